@@ -1,0 +1,73 @@
+#ifndef KALDEX_ASCII_H
+#define KALDEX_ASCII_H
+
+#include <QString>
+#include <QVector>
+
+#include "kaldex/extforma.h"
+
+inline namespace kaldex_v1 {
+
+/// Handler of the system's own text format: sections that begin with a keyword and end with "END", each with
+/// an optional header between "INFO" and "INFO_END". Exports append their section to the file; imports take
+/// the first section with their keyword.
+class KALDEX_API IEAsc : public SExtFormats {
+ public:
+  IEAsc();
+  ~IEAsc() override;
+
+  /// A "LINES" section ("NETWORK" in a network layer). In a numeric layer the lines are break lines of a
+  /// sample vector.
+  int ImportLines(Vector* vec, SProjection* target) override;
+  /// A "CONTOURLINES" section; points of its POINT3D blocks that lie outside the vector's box are dropped.
+  int ImportContourout(Vector* vec, SProjection* target) override;
+  /// With `onlyUsedClasses` other than 0, only lines (or polygons) of classes that the layer uses.
+  int ExportLines(Vector* vec, short onlyUsedClasses) override;
+  int ExportContourout(Vector* vec) override;
+  /// Outlines of polygons, then the lines that bound none.
+  int ExportPolygons(Vector* vec, short onlyUsedClasses) override;
+
+  /// Write the header lines (project, layer, projection, box, units, scale) at the end of the open file. 0
+  /// when a write failed, without a message.
+  int InfoPrint();
+  /// Read a header block up to its "INFO_END", behind the word "INFO"; without an open file, that of the
+  /// first "GRIDREG" section. What is null is not filled.
+  ///
+  /// `linesOrMode` takes the number of lines of a grid; with a class block it says whose colours its lines
+  /// carry: 4 those of points, 7 those of polygons and lines. `category` asks for the block of columns: these
+  /// go into `fields`, with the positions of key and name in `keyColumn` and `nameColumn`.
+  int InfoSection(unsigned* linesOrMode, unsigned* columns, double* noData, Category* category,
+                  short* formatted, SFieldList* fields, short* keyColumn, short* nameColumn, double* x,
+                  double* y, float* resX, float* resY, double* classCount);
+  /// The object category that the file's table belongs to, made after a question when it is missing. With
+  /// `mode` 2 an existing one is refused. Null after a failure; the category belongs to the database.
+  Category* InfoTable(short mode);
+  /// The box that a file's header tells; (0, 0, 0, 0) without one. Radians when `planar` is false, but for a
+  /// header of plane form in degrees, whose numbers are taken as they stand.
+  static Box GetBox(const QString& path, bool& planar);
+  /// The projection that a file's header tells, or null; the caller's.
+  static SProjection* GetProjection(const QString& path);
+  /// Read the rest of the file's line as a name, without quotes, into `name` (40 bytes, a longer name is
+  /// cut); the whole record stands in `line2`, for messages. 0 at the end of the file.
+  int ExtraiNome(char* name);
+
+ protected:
+  /// Column names of the last table that were reserved words, as the file gave them, and what they became.
+  QVector<QString> reservedNames;
+  QVector<QString> replacementNames;
+
+ private:
+  class InfoReader;
+  class ColumnBlock;
+  class ClassBlock;
+  class SectionWriter;
+  class LineExport;
+  class PolygonExport;
+  class SectionReader;
+  class LineImport;
+  class SampleImport;
+};
+
+}  // namespace kaldex_v1
+
+#endif

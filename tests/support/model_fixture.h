@@ -1,0 +1,192 @@
+#ifndef KALDEX_TESTS_MODEL_FIXTURE_H
+#define KALDEX_TESTS_MODEL_FIXTURE_H
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <memory>
+#include <ostream>
+#include <utility>
+#include <vector>
+
+#include "kaldex/model/angle.h"
+#include "kaldex/model/database.h"
+#include "kaldex/model/projection.h"
+#include "kaldex/model/report.h"
+#include "kaldex/model/vector.h"
+
+// QString prints itself in failed expectations.
+inline void PrintTo(const QString& text, std::ostream* stream) {
+  *stream << '"' << text.toStdString() << '"';
+}
+
+namespace kaldex::test {
+
+/// Records what is shown, and answers questions by their beginning. A question without an answer fails the
+/// test.
+class RecordingPresenter : public MessagePresenter {
+ public:
+  struct Shown {
+    int kind;
+    QString title;
+    QString text;
+  };
+
+  RecordingPresenter() : previous_(SMessageBox::install(this)) {}
+  ~RecordingPresenter() override { SMessageBox::install(previous_); }
+
+  void answer(const QString& beginning, bool yes) { answers_.emplace_back(beginning, yes); }
+
+  int present(int kind, QWidget*, const QString& title, const QString& text) override {
+    shown.push_back({kind, title, text});
+    if (kind == 0) return 0;
+    for (const auto& [beginning, yes] : answers_) {
+      if (text.startsWith(beginning)) return yes ? kAnswerYes : kAnswerNo;
+    }
+    ADD_FAILURE() << "question without an answer: " << text.toStdString();
+    return kAnswerNo;
+  }
+
+  QStringList texts() const {
+    QStringList list;
+    for (const Shown& one : shown) list << one.text;
+    return list;
+  }
+  /// All texts so far, one a line; forgets them.
+  QString take() {
+    const QString text = texts().join(QLatin1Char('\n'));
+    shown.clear();
+    return text;
+  }
+
+  std::vector<Shown> shown;
+
+ private:
+  std::vector<std::pair<QString, bool>> answers_;
+  MessagePresenter* previous_;
+};
+
+/// Records the signals of the process-wide progress reporter; can cancel the operation at a value.
+class ProgressRecorder : public QObject {
+ public:
+  ProgressRecorder() {
+    connect(SGError, &SError::defineProgressMaximum, this, [this](int value) { maxima.push_back(value); });
+    connect(SGError, &SError::defineProgressValue, this, [this](int value) {
+      values.push_back(value);
+      if (cancelAt >= 0 && value >= cancelAt) SGError->Cancel();
+    });
+    connect(SGError, &SError::progressStopped, this, [this](bool finished) { stops.push_back(finished); });
+  }
+
+  std::vector<int> maxima;
+  std::vector<int> values;
+  std::vector<bool> stops;
+  int cancelAt = -1;
+};
+
+/// A new geographic database in a folder of its own, with one project, and a presenter in place. Layers are
+/// made on demand.
+class ModelFixture : public ::testing::Test {
+ protected:
+  ModelFixture() {
+    QString error;
+    dataBase = DataBase::Create(path("base.gpkg"), &error);
+    if (dataBase != nullptr) project = dataBase->createProject("Projeto", *utm());
+    EXPECT_NE(project, nullptr) << error.toStdString();
+  }
+
+  /// UTM zone 23 south on SAD69: a plane projection whose datum is not WGS84.
+  static std::unique_ptr<SProjection> utm() {
+    ProjectionParameters parameters;
+    parameters.type = ProjectionType::utm;
+    parameters.name = "UTM/SAD69";
+    parameters.datum = knownDatum("SAD69");
+    parameters.hemisphere = -1;
+    parameters.centralMeridian = Math_Deg_To_Rad(-45.0);
+    parameters.falseEasting = 500000.0;
+    parameters.falseNorthing = 10000000.0;
+    parameters.scale = 0.9996;
+    return projectionFromParameters(parameters);
+  }
+  static std::unique_ptr<SProjection> latLong(const char* datum = "WGS84") {
+    ProjectionParameters parameters;
+    parameters.type = ProjectionType::latLong;
+    parameters.name = "LATLONG";
+    parameters.datum = knownDatum(datum);
+    return projectionFromParameters(parameters);
+  }
+
+  /// The category of that model and name, made when it is missing.
+  Category* category(short model, const QString& name) {
+    if (Category* known = dataBase->categoryList().Select(name)) return known;
+    CategoryList fresh(List::Ownership::owns);
+    fresh.Append(new Category(-1, name, model, "", 0, nullptr));
+    EXPECT_NE(dataBase->storeCategories(fresh), 0);
+    return dataBase->categoryList().Select(name);
+  }
+
+  /// A new layer with a box that holds everything near the test's coordinates, unless one is given.
+  InfoLayer* layer(short model, const QString& name, const Box& box = {0, 0, 1e7, 1e8},
+                   Project* of = nullptr) {
+    LayerDefinition definition;
+    definition.name = name;
+    definition.category = category(model, "Categoria " + QString::number(model));
+    definition.box = box;
+    definition.scale = 25000.0;
+    InfoLayer* made = dataBase->createLayer(of != nullptr ? *of : *project, definition);
+    EXPECT_NE(made, nullptr);
+    return made;
+  }
+
+  /// Insert a line of these x, y pairs; the vector's own.
+  static Line* insertLine(Vector& vector, const std::vector<double>& xy, char type = linePlain,
+                          int classId = 0, float height = 0.0f) {
+    auto line = std::make_unique<Line>();
+    line->Type(type);
+    line->classId = classId;
+    line->height = height;
+    line->assign(xy.data(), static_cast<int>(xy.size() / 2));
+    EXPECT_NE(vector.Insert(*line, 1), 0);
+    return line.release();
+  }
+
+  /// Insert a polygon bounded by one closed line of these x, y pairs (first and last equal); the vector's
+  /// own.
+  static SPolygon* insertPolygon(Vector& vector, const std::vector<double>& xy, int classId = 0) {
+    Line* boundary = insertLine(vector, xy);
+    auto polygon = std::make_unique<SPolygon>();
+    polygon->classId = classId;
+    polygon->AppendLine(boundary);
+    EXPECT_NE(vector.Insert(*polygon), 0);
+    boundary->leftPolygon = polygon->id;
+    boundary->state = stateChanged;
+    boundary->Free(1);
+    return polygon.release();
+  }
+
+  QString folder() const { return folder_.path(); }
+  QString path(const QString& name) const { return folder_.filePath(name); }
+  void write(const QString& name, const QByteArray& content) const {
+    QFile out(path(name));
+    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
+    ASSERT_EQ(out.write(content), content.size());
+  }
+  QByteArray read(const QString& name) const {
+    QFile in(path(name));
+    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+  }
+
+ private:
+  QTemporaryDir folder_;
+
+ protected:
+  RecordingPresenter messages;
+  std::unique_ptr<DataBase> dataBase;
+  Project* project = nullptr;
+};
+
+}  // namespace kaldex::test
+
+#endif
