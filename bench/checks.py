@@ -1,0 +1,57 @@
+"""Looks whether a run made what it should have made: a fast run that lost features would be no result."""
+
+import sqlite3
+import struct
+
+from measure import JobFailed
+
+
+def feature_counts(path):
+    """Rows and index entries of a GeoPackage by geometry type, as the file's own tables tell them."""
+    counts = {}
+    connection = sqlite3.connect(f"file:{path}?mode=ro", uri=True)
+    try:
+        tables = connection.execute(
+            "SELECT table_name, column_name, upper(geometry_type_name) FROM gpkg_geometry_columns").fetchall()
+        for table, column, kind in tables:
+            rows = connection.execute(f'SELECT count(*) FROM "{table}"').fetchone()[0]
+            index = f"rtree_{table}_{column}_rowid"
+            known = connection.execute("SELECT count(*) FROM sqlite_master WHERE name = ?", (index,)).fetchone()[0]
+            indexed = connection.execute(f'SELECT count(*) FROM "{index}"').fetchone()[0] if known else 0
+            before = counts.get(kind, (0, 0))
+            counts[kind] = (before[0] + rows, before[1] + indexed)
+    finally:
+        connection.close()
+    return counts
+
+
+def geopackage(path, kinds, at_least, indexed=True):
+    """Each of the kinds ("LINE", "POLYGON") has its rows, and an index that holds them."""
+    try:
+        counts = feature_counts(path)
+    except sqlite3.Error as error:
+        raise JobFailed(f"{path.name}: {error}") from error
+    for kind in kinds:
+        rows = sum(count[0] for name, count in counts.items() if kind in name)
+        entries = sum(count[1] for name, count in counts.items() if kind in name)
+        if rows < at_least:
+            raise JobFailed(f"{path.name}: {rows} rows of {kind}, {at_least} expected ({counts})")
+        if indexed and entries < at_least:
+            raise JobFailed(f"{path.name}: {entries} of {rows} rows of {kind} in the spatial index")
+
+
+def shapefile(path, expected):
+    with open(path.with_suffix(".shx"), "rb") as index, open(path.with_suffix(".dbf"), "rb") as table:
+        words = struct.unpack(">i", index.read(28)[24:])[0]
+        rows = struct.unpack("<i", table.read(8)[4:])[0]
+    shapes = (words * 2 - 100) // 8
+    if shapes != expected or rows != expected:
+        raise JobFailed(f"{path.name}: {shapes} shapes and {rows} rows, {expected} expected")
+
+
+def text_lines(path, begin, expected):
+    """How many lines begin with these bytes."""
+    with open(path, "rb") as file:
+        found = sum(1 for line in file if line.startswith(begin))
+    if found != expected:
+        raise JobFailed(f"{path.name}: {found} lines that begin with {begin.decode()}, {expected} expected")
