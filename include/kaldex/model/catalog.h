@@ -34,6 +34,7 @@ class KALDEX_MODEL_API GeoClass : public SObject {
   /// category's list: the caller does.
   GeoClass(int id, const QString& name, short model, const QString& categoryName, int position, GeoClass* category);
   ~GeoClass() override;
+  /// Take over the look; the class's own visual keeps its identifier.
   void SetVisual(const GeneralVisual& visual);
 
   int id;
@@ -41,7 +42,7 @@ class KALDEX_MODEL_API GeoClass : public SObject {
   short model;
   QString categoryName;
   int position;
-  GeneralVisual visual;
+  GeneralVisual visual;  ///< has an identifier once it is stored
 };
 
 class KALDEX_MODEL_API GeoClassList : public TypedList<GeoClass> {
@@ -58,11 +59,12 @@ class KALDEX_MODEL_API Category : public GeoClass {
   Category(int id, const QString& name, short model, const QString& parentName, int position, GeoClass* category);
   ~Category() override;
 
-  /// The next free class identifier of this category.
+  /// The next free class identifier of this category, 1 to 32767; 0 when all are in use.
   int drawClassId();
 
   GeoClassList classes;
-  QString attributeTable;  ///< "CG%06d" of the identifier for object categories; may not exist yet
+  /// "CG%06d" of the identifier for object and non-spatial categories; the table itself may not exist yet.
+  QString attributeTable;
   int lastClassId = 0;     ///< the highest class identifier ever drawn
 };
 
@@ -70,8 +72,9 @@ class KALDEX_MODEL_API Category : public GeoClass {
 class KALDEX_MODEL_API CategoryList : public TypedList<Category> {
  public:
   explicit CategoryList(Ownership ownership = Ownership::borrows) : TypedList<Category>(ownership) {}
-  Category* Select(const QString& name);
-  Category* Select(int id);
+  /// The category of exactly that name, or identifier, or null. The cursor stays where it is.
+  Category* Select(const QString& name) const;
+  Category* Select(int id) const;
 };
 
 /// A geographic object: something with a name and a label that layers may show by anchors.
@@ -144,8 +147,13 @@ class KALDEX_MODEL_API InfoLayer : public SObject {
   float scale = 1.0f;
   bool plotScale = false;  ///< whether `scale` is the one to plot with
   double resolution = 0.0;
-  QString directory;  ///< for files beside the database
+  QString directory;  ///< for files beside the database; made when the first one is
   QString fileName;
+
+  /// For the database: store what the representations still hold in memory.
+  void flush();
+  /// For the database: what was stored last may be gone.
+  void afterRollback();
 
  private:
   friend class DataBase;

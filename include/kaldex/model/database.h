@@ -60,8 +60,9 @@ class KALDEX_MODEL_API DataBase {
   virtual CategoryList& categoryList() = 0;
   /// The object categories (model 128) alone.
   virtual CategoryList& GetKaldexObjCategory() = 0;
-  /// Store the categories of a list with their classes and visuals: gives new ones their identifier in place, takes
-  /// them over (from lists that own their items too), makes the object table of an object category. 0 on failure.
+  /// Store the categories of a list with their classes and visuals: gives new ones their identifier in place and takes
+  /// them over, so that an owning list only borrows from then on; makes the object table of an object category. 0,
+  /// with nothing stored, for a name that another category of the same model has.
   virtual int storeCategories(CategoryList& list) = 0;
   /// Read the category's record again; 0 when it isn't stored.
   virtual int reloadCategory(Category& category) = 0;
@@ -98,16 +99,18 @@ class KALDEX_MODEL_API DataBase {
   /// An ObjectWalk; objects come in ascending identifier.
   virtual int firstObject(Category& category, KaldexObject& object) = 0;
   virtual int nextObject(Category& category, KaldexObject& object) = 0;
-  /// The object's row of `table` as one cell a column (GEOID first); an absent row leaves `cells` empty and is 0.
+  /// The object's row of `table` as one cell a column of the table (GEOID first), whatever `fields` lists; cells that
+  /// are already in `cells` are used again. An absent row leaves `cells` empty and is 0.
   virtual int readObjectAttributes(const SFieldList& fields, SCellList& cells, const QString& table, int objectId) = 0;
-  /// Store the cells that were changed.
+  /// Store the cells that were changed, by their position, and mark them stored; 0 when the object has no row.
   virtual int writeObjectAttributes(const SFieldList& fields, SCellList& cells, const QString& table,
                                     int objectId) = 0;
 
   // Anchors
   /// Identifier of the anchor of an object in a layer, or 0.
   virtual int anchorOfObject(int objectId, InfoLayer& layer) = 0;
-  /// Write the anchor's measures into its association row; 0 when it has none.
+  /// Write the anchor's measures into its association row, in metres and square metres also where the plane's unit is
+  /// the degree; 0 when it has none.
   virtual int saveAnchor(InfoLayer& layer, const Anchor& anchor) = 0;
   /// Add the association row of object and anchor (makes the table when it is missing).
   virtual int linkAnchor(InfoLayer& layer, const Anchor& anchor, const KaldexObject& object) = 0;
@@ -138,25 +141,32 @@ class KALDEX_MODEL_API DataBase {
   friend class InfoLayer;
   friend class Text;
   virtual std::unique_ptr<kaldex::VectorStore> openVectorStore(InfoLayer& layer, short kind, bool make) = 0;
+  virtual bool hasVector(InfoLayer& layer, short kind) = 0;
+  /// Give the representation its stored look; makes its table, when there is none, only with the first text.
+  virtual void openTexts(InfoLayer& layer, Text& text) = 0;
   virtual int loadTexts(InfoLayer& layer, EntitieList& list) = 0;
-  virtual int storeTexts(InfoLayer& layer, EntitieList& list) = 0;
+  virtual int storeTexts(InfoLayer& layer, Text& text, EntitieList& list) = 0;
   virtual long long textCount(InfoLayer& layer) = 0;
   virtual bool hasTexts(InfoLayer& layer) = 0;
 };
 
-/// A block of changes that stays only when enableCommit was called: all or nothing. Blocks nest.
+/// A block of changes that stays only when enableCommit was called: all or nothing. Blocks nest; a block inside another
+/// one stands or falls with it.
 class KALDEX_MODEL_API DBTransactionBlock {
  public:
   /// A null database makes a block without effect.
   explicit DBTransactionBlock(DataBase* dataBase);
   DBTransactionBlock(const DBTransactionBlock&) = delete;
   DBTransactionBlock& operator=(const DBTransactionBlock&) = delete;
+  /// Rolls the block back unless enableCommit was called.
   ~DBTransactionBlock();
-  void enableCommit() { keep_ = true; }
+  /// Keep the block's changes and end it, here and now; an outermost block is committed. Call it once, as the last
+  /// change: what follows no longer belongs to the block. When the storage fails (a full disk) the block is rolled back
+  /// and SException thrown.
+  void enableCommit();
 
  private:
   DataBase* dataBase_;
-  bool keep_ = false;
 };
 
 }  // namespace kaldex_v1

@@ -69,8 +69,18 @@ class KALDEX_MODEL_API Box {
   /// An inside-out box, the neutral element of `extend`.
   static Box inverted() { return {kUnsetValue, kUnsetValue, -kUnsetValue, -kUnsetValue}; }
   bool isInverted() const { return x1 > x2 || y1 > y2; }
-  void extend(double x, double y);
-  void extend(const Box& other);
+  void extend(double x, double y) {
+    x1 = x < x1 ? x : x1;
+    y1 = y < y1 ? y : y1;
+    x2 = x > x2 ? x : x2;
+    y2 = y > y2 ? y : y2;
+  }
+  void extend(const Box& other) {
+    x1 = other.x1 < x1 ? other.x1 : x1;
+    y1 = other.y1 < y1 ? other.y1 : y1;
+    x2 = other.x2 > x2 ? other.x2 : x2;
+    y2 = other.y2 > y2 ? other.y2 : y2;
+  }
   bool operator==(const Box& other) const {
     return x1 == other.x1 && y1 == other.y1 && x2 == other.x2 && y2 == other.y2;
   }

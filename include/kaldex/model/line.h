@@ -90,6 +90,7 @@ class KALDEX_MODEL_API Line : public SObject {
   mutable std::vector<double> xy_;
   mutable bool loaded_ = true;
   bool pointsChanged_ = false;
+  bool hasRow_ = false;  ///< state is the callers' to set; this tells whether INSERT or UPDATE is due
   char type_ = linePlain;
   int cursor_ = -1;
   Point current_;

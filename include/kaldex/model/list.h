@@ -33,6 +33,10 @@ class KALDEX_MODEL_API List : public SObject {
   /// Drop the item under the cursor, or the first one when the cursor stands outside, so that a loop that
   /// removes until `Size()` is 0 always ends. Returns 1, or 0 on an empty list.
   int Remove();
+  /// As Remove, but the item is handed to the caller instead of deleted; null on an empty list.
+  SObject* Take();
+  /// Leave all items to somebody else: from here on the list only borrows.
+  void disown() { ownership_ = Ownership::borrows; }
   /// Drop all items; fine on an empty list.
   void Kill();
 

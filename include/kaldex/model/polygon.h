@@ -68,13 +68,16 @@ class KALDEX_MODEL_API SPolygon : public SObject {
  private:
   friend class kaldex::VectorStore;
 
-  Line* outlineForUse();
-  void markChanged();
+  const Line* outlineForUse();
+  void doneWithOutline();
+  bool sonOutline(int son, std::vector<double>& xy);
 
   std::unique_ptr<Line> outline_;
   Line* lent_ = nullptr;
   bool keep_ = false;
   bool geometryChanged_ = false;
+  bool hasRow_ = false;      ///< whether INSERT or UPDATE is due
+  bool registered_ = false;  ///< a shell of the store, not a detached polygon or copy
   std::vector<int> lines_;
   std::vector<int> sons_;
   size_t lineCursor_ = 0;
