@@ -14,6 +14,10 @@
 #include "kaldex/model/geometry.h"
 #include "kaldex/model/list.h"
 
+namespace kaldex {
+class CoordinateTransfer;
+}
+
 inline namespace kaldex_v1 {
 
 class Image;
@@ -86,6 +90,7 @@ class KALDEX_API SExtLabelPointList : public TypedList<SExtLabelPoint> {
   short Count() const { return Size() == 0 ? short(0) : count_; }
 
  private:
+  void count(const SExtLabelPoint& labelPoint);
   void countAnew();
 
   short count_ = 0;
@@ -166,7 +171,7 @@ class KALDEX_API SExtFormats {
 
   /// Append the next line of the file to `line`, or begin afresh when that is empty: leading blanks, blank
   /// lines and comments are passed over then. 0 at the end of the file, which is closed; an unfinished last
-  /// line stands in `line`. A line of 32767 characters or more is told to the user and treated as the end of
+  /// line stands in `line`. A line of 32768 characters or more is told to the user and treated as the end of
   /// the file.
   int LerLinha();
   /// The column types of a delimited file (an array of 256, to be freed with delete[]), by its second line.
@@ -199,8 +204,9 @@ class KALDEX_API SExtFormats {
   static int outOfMemory(const char* expression = "");
   static int ioError();
   static int logicRestriction(const QString& detail);
-  /// "Arquivo INCONSISTENTE!" and the detail. Before it is shown, the current job report gets the place in
-  /// the file: the line that was read last. Silent when LerLinha has already refused the record.
+  /// "Arquivo INCONSISTENTE!" and the detail (the head of a long one). Before it is shown, the current job
+  /// report gets the place in the file: the line that was read last. Silent when LerLinha has already refused
+  /// the record.
   int inconsistent(const QString& detail);
   int inconsistent(const char* latin1Detail);
   /// The file ended inside a record.
@@ -238,8 +244,10 @@ class KALDEX_API SExtFormats {
   void clearLine() { line[0] = 0; }
   /// Put a text into `line` (cut at its capacity).
   void setLine(const char* text);
-  /// LerLinha for hot loops, without its trace.
+  /// LerLinha and LerLatLong for hot loops: without a trace, and with a comparison of projections made
+  /// before.
   int readLine();
+  int readLatLong(const kaldex::CoordinateTransfer& transfer, Point& point, float& z);
 
   /// Give a line back to the vector that handed it out or took it in.
   static void giveBack(Vector& vector, Line* line);
@@ -266,8 +274,9 @@ class KALDEX_API SExtFormats {
   bool openStream(const char* mode);
   bool firstLineIsDos();
   int refuseLongLine();
-  int store(Vector* target);
-  void abandon();
+  int refuseRecord();
+  DataBase* dataBaseOf(Vector* target) const;
+  static void store(Vector* target, DataBase* base);
 
   std::size_t lineDirty_ = kLineCapacity;  ///< bytes of `line` that may not be blank
   std::unique_ptr<char[]> streamBuffer_;

@@ -10,9 +10,15 @@ void JobReport::note(const QString& text) {
   if (!notes.contains(text)) notes.append(text);
 }
 
-JobReport* JobReport::current() { return currentReport; }
+JobReport* JobReport::current() {
+  return currentReport;
+}
 
-JobReportScope::JobReportScope(JobReport& report) : previous_(currentReport) { currentReport = &report; }
-JobReportScope::~JobReportScope() { currentReport = previous_; }
+JobReportScope::JobReportScope(JobReport& report) : previous_(currentReport) {
+  currentReport = &report;
+}
+JobReportScope::~JobReportScope() {
+  currentReport = previous_;
+}
 
 }  // namespace kaldex_v1

@@ -1,0 +1,112 @@
+#include <QObject>
+#include <new>
+
+#include "kaldex/extforma.h"
+#include "kaldex/model/database.h"
+#include "kaldex/model/exception.h"
+#include "kaldex/model/vector.h"
+
+inline namespace kaldex_v1 {
+
+namespace {
+
+class Level {
+ public:
+  explicit Level(int& depth) : depth_(depth) { ++depth_; }
+  ~Level() { --depth_; }
+
+ private:
+  int& depth_;
+};
+
+// Must be called from a handler. Null for a failure that is not to be told: the user has cancelled.
+QString messageOfCurrentException() {
+  QString detail;
+  try {
+    throw;
+  } catch (const SException& exception) {
+    if (exception.kind() == SException::Kind::cancelled) return QString();
+    detail = exception.GetMsg();
+  } catch (const std::bad_alloc&) {
+    return QObject::tr("Memória insuficiente: Falha na alocação de memória!");
+  } catch (const std::exception& exception) {
+    detail = QString::fromUtf8(exception.what());
+  } catch (...) {
+  }
+  return QObject::tr("Banco de Dados com problemas!\n(%1)").arg(detail);
+}
+
+template <class Action>
+bool succeeds(Action&& action) {
+  try {
+    action();
+    return true;
+  } catch (...) {
+    return false;
+  }
+}
+
+}  // namespace
+
+int SExtFormats::guarded(const std::function<int()>& operation) {
+  if (guardDepth_ > 0) return operation();
+  const Level level(guardDepth_);
+  QString failure;
+  try {
+    const int result = operation();
+    FileClose();
+    return result;
+  } catch (...) {
+    failure = messageOfCurrentException();
+  }
+  succeeds([&] {
+    FileClose();
+    if (!failure.isNull()) show(failure);
+  });
+  return 0;
+}
+
+int SExtFormats::guardedImport(Vector* target, const std::function<int()>& operation) {
+  if (guardDepth_ > 0) return operation();
+  DataBase* const base = dataBaseOf(target);
+  bool begun = false;
+  bool ended = false;
+  bool stored = false;
+  const int result = guarded([&] {
+    // What the caller did before is no part of the import, and mustn't go with it if that has to be rolled
+    // back.
+    if (base != nullptr) base->commit();
+    begun = true;
+    const int outcome = operation();
+    ended = true;
+    store(target, base);
+    stored = true;
+    return outcome;
+  });
+  if (stored || !begun) return result;
+  // The storage failed. What stands is kept if it still can be.
+  if (!ended && succeeds([&] { store(target, base); })) return result;
+  if (base != nullptr) succeeds([&] { base->rollback(); });
+  return result;
+}
+
+DataBase* SExtFormats::dataBaseOf(Vector* target) const {
+  InfoLayer* const layer = target != nullptr ? target->infoLayer() : nullptr;
+  return layer != nullptr ? layer->dataBase() : dataBase;
+}
+
+void SExtFormats::store(Vector* target, DataBase* base) {
+  if (target != nullptr) target->flush();
+  if (base != nullptr) base->commit();
+}
+
+void SExtFormats::giveBack(Vector& vector, Line* line) {
+  LineSet* const set = vector.lineSet();
+  if (set != nullptr && set->keepsInMemory()) {
+    line->Free(1);
+  } else {
+    delete line;
+  }
+}
+
+}  // namespace kaldex_v1

@@ -1,0 +1,68 @@
+#include <QObject>
+
+#include "kaldex/extforma.h"
+#include "kaldex/job_report.h"
+#include "kaldex/model/report.h"
+#include "lib/frame/file_place.h"
+
+inline namespace kaldex_v1 {
+
+namespace {
+constexpr unsigned kLongestDetail = 1000;  // a box with a longer text than this hides its buttons
+}
+
+int SExtFormats::show(const QString& text) {
+  SMessageBox::Show(0, nullptr, QObject::tr("KALDEX"), text);
+  return 0;
+}
+
+bool SExtFormats::ask(const QString& text) {
+  return SMessageBox::Show(1, nullptr, QObject::tr("KALDEX"), text) != kAnswerNo;
+}
+
+int SExtFormats::invalidArgument(const char* argument) {
+  return show(QObject::tr("Um argumento inválido foi passado!") + "arg : " + argument);
+}
+
+int SExtFormats::outOfMemory(const char* expression) {
+  return show(QObject::tr("Memória insuficiente: Falha na alocação de memória!") + expression);
+}
+
+int SExtFormats::ioError() {
+  return show(QObject::tr("Erro de I/O."));
+}
+
+int SExtFormats::logicRestriction(const QString& detail) {
+  return show(QObject::tr("Erro associado com uma restrição lógica!") + detail);
+}
+
+int SExtFormats::inconsistent(const QString& detail) {
+  if (lineRefused_) return 0;
+  notePlace();
+  return show(QObject::tr("Arquivo INCONSISTENTE!") + detail);
+}
+
+int SExtFormats::inconsistent(const char* latin1Detail) {
+  return inconsistent(
+      QString::fromLatin1(latin1Detail, static_cast<int>(qstrnlen(latin1Detail, kLongestDetail))));
+}
+
+int SExtFormats::endOfFileInRecord() {
+  if (lineRefused_) return 0;
+  notePlace();
+  return show(QObject::tr("Arquivo INCONSISTENTE! ") + "FEOF");
+}
+
+void SExtFormats::notePlace() {
+  JobReport* const report = JobReport::current();
+  if (report == nullptr) return;
+  const long long end = file != nullptr ? ftello(file) : closedAt_;
+  const kaldex::RecordPlace place = kaldex::placeOfRecord(openedPath_, end);
+  report->place = {QStringLiteral("%1/%2").arg(dataHome, dataFile), place.line, place.column};
+}
+
+bool SExtFormats::cancelled() {
+  return SGError->cancelled();
+}
+
+}  // namespace kaldex_v1
