@@ -24,16 +24,6 @@ __extension__ using UInt128 = unsigned __int128;
 
 enum class Rules { Scanf, Strtod };
 
-// Powers of ten up to these are exact in the type, and so are integers up to 2^digits: one multiplication or
-// division of the two is then correctly rounded.
-template <typename Real>
-constexpr int kExactPower = 22;
-template <>
-constexpr int kExactPower<float> = 10;
-
-constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-                                   1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-
 const char* skipBlanks(const char* at, const char* end) {
   while (at < end && isBlankCharacter(static_cast<unsigned char>(*at))) ++at;
   return at;
@@ -90,53 +80,36 @@ class RealReader {
  private:
   bool atDigit() const { return at_ < end_ && isDecimalDigit(*at_); }
 
-  void takeDigits() {
-    for (; atDigit(); ++at_) mantissa_ = mantissa_ * 10 + static_cast<unsigned>(*at_ - '0');
+  std::ptrdiff_t takeDigits() {
+    const char* first = at_;
+    while (atDigit()) ++at_;
+    return at_ - first;
   }
 
   bool readDecimal(Real& magnitude) {
-    takeDigits();
-    std::ptrdiff_t digits = at_ - start_;
+    std::ptrdiff_t digits = takeDigits();
     if (digits == 1 && *start_ == '0' && at_ < end_ && (*at_ | 0x20) == 'x')
       return readHexadecimal(magnitude);
-    long exponent = 0;
     if (at_ < end_ && *at_ == '.') {
-      const char* fraction = ++at_;
-      takeDigits();
-      digits += at_ - fraction;
-      exponent = -(at_ - fraction);
+      ++at_;
+      digits += takeDigits();
     }
     if (digits == 0) return false;
     const char* valueEnd = at_;
-    if (at_ < end_ && (*at_ | 0x20) == 'e') exponent += readExponent(valueEnd);
-    magnitude = convert(valueEnd, digits, exponent);
+    if (at_ < end_ && (*at_ | 0x20) == 'e') takeExponent(valueEnd);
+    magnitude = convertDecimal<Real>(start_, valueEnd);
     return true;
   }
 
-  // A sign or an "e" with no digit behind it belongs to the field for scanf, and not for strtod.
-  long readExponent(const char*& valueEnd) {
+  // A mark or a sign with no digit behind it belongs to the field for scanf, and not for strtod.
+  void takeExponent(const char*& valueEnd) {
     const char* mark = at_++;
-    const bool negative = at_ < end_ && *at_ == '-';
     if (at_ < end_ && (*at_ == '-' || *at_ == '+')) ++at_;
-    if (!atDigit()) {
-      if (rules_ == Rules::Strtod) at_ = mark;
-      return 0;
+    if (takeDigits() != 0) {
+      valueEnd = at_;
+    } else if (rules_ == Rules::Strtod) {
+      at_ = mark;
     }
-    long exponent = 0;
-    for (; atDigit(); ++at_) exponent = std::min(exponent * 10 + (*at_ - '0'), 100000L);
-    valueEnd = at_;
-    return negative ? -exponent : exponent;
-  }
-
-  Real convert(const char* valueEnd, std::ptrdiff_t digits, long exponent) const {
-    constexpr int kPower = kExactPower<Real>;
-    constexpr std::uint64_t kExactInteger = std::uint64_t(1) << std::numeric_limits<Real>::digits;
-    const bool exact =
-        digits <= 19 && mantissa_ <= kExactInteger && exponent >= -kPower && exponent <= kPower;
-    if (!exact) return convertDecimal<Real>(start_, valueEnd);
-    const Real mantissa = static_cast<Real>(mantissa_);
-    return exponent < 0 ? mantissa / static_cast<Real>(kPowersOfTen[-exponent])
-                        : mantissa * static_cast<Real>(kPowersOfTen[exponent]);
   }
 
   int takeHexDigits() {
@@ -158,7 +131,7 @@ class RealReader {
     }
     if (digits == 0) return readBareHexPrefix(magnitude, zeroEnd, point);
     const char* valueEnd = at_;
-    if (at_ < end_ && (*at_ | 0x20) == 'p') readExponent(valueEnd);
+    if (at_ < end_ && (*at_ | 0x20) == 'p') takeExponent(valueEnd);
     magnitude = convertRare<Real>(start_, valueEnd);
     return true;
   }
@@ -190,8 +163,111 @@ class RealReader {
   const char* end_;
   Rules rules_;
   const char* start_ = nullptr;
-  std::uint64_t mantissa_ = 0;
 };
+
+constexpr bool kLittleEndian = __BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__;
+constexpr std::uint64_t kDigitPowers[] = {1, 10, 100, 1000, 10000, 100000, 1000000, 10000000, 100000000};
+
+// A run of digits, gathered eight at a time: the digits of a word of memory are found and summed with a few
+// operations and no branch that depends on how many there are.
+class DigitRun {
+ public:
+  // `begin` is any place in the same text from which on it may be read.
+  DigitRun(const char* begin, const char* end) : begin_(begin), end_(end) {}
+
+  std::uint64_t value() const { return value_; }
+  std::ptrdiff_t count() const { return count_; }
+
+  // Takes the digits at `at` and returns the place behind them. The value is of no use beyond 19 digits.
+  const char* take(const char* at) {
+    for (int digits = 8; digits == 8;) {
+      std::uint64_t word = 0;
+      if (!load(at, word)) return takeSingly(at);
+      digits = takeWord(word);
+      at += digits;
+    }
+    return at;
+  }
+
+ private:
+  // Eight characters at `at`, zeros in the place of those behind the end.
+  bool load(const char* at, std::uint64_t& word) const {
+    if (!kLittleEndian) return false;
+    if (end_ - at >= 8) {
+      std::memcpy(&word, at, sizeof word);
+      return true;
+    }
+    if (at == end_ || end_ - begin_ < 8) return false;
+    std::memcpy(&word, end_ - 8, sizeof word);
+    word >>= 8 * (8 - (end_ - at));
+    return true;
+  }
+
+  int takeWord(std::uint64_t word) {
+    word ^= 0x3030303030303030ULL;
+    const std::uint64_t others = (word | (word + 0x7676767676767676ULL)) & 0x8080808080808080ULL;
+    const int digits = others == 0 ? 8 : __builtin_ctzll(others) / 8;
+    if (digits == 0) return 0;
+    word <<= 8 * (8 - digits);
+    word = word * 10 + (word >> 8);
+    word = ((word & 0x000000FF000000FFULL) * 0x000F424000000064ULL +
+            ((word >> 16) & 0x000000FF000000FFULL) * 0x0000271000000001ULL) >>
+           32;
+    value_ = value_ * kDigitPowers[digits] + (word & 0xFFFFFFFFULL);
+    count_ += digits;
+    return digits;
+  }
+
+  const char* takeSingly(const char* at) {
+    for (; at < end_ && isDecimalDigit(*at); ++at, ++count_)
+      value_ = value_ * 10 + static_cast<unsigned>(*at - '0');
+    return at;
+  }
+
+  const char* begin_;
+  const char* end_;
+  std::uint64_t value_ = 0;
+  std::ptrdiff_t count_ = 0;
+};
+
+// Powers of ten up to these are exact in the type, and so are integers up to 2^digits: one division of the
+// two is then correctly rounded.
+template <typename Real>
+constexpr int kExactPower = 22;
+template <>
+constexpr int kExactPower<float> = 10;
+
+constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
+                                   1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+
+// The numbers that files are full of: a minus or none, digits and decimals. Few digits give an exact result
+// by one division. Null for all other forms and for what isn't a number, which RealReader sorts out.
+template <typename Real>
+const char* readPlain(const char* begin, const char* end, Real& value) {
+  const bool negative = begin < end && *begin == '-';
+  const char* first = begin + (negative ? 1 : 0);
+  DigitRun digits(begin, end);
+  const char* at = digits.take(first);
+  std::ptrdiff_t decimals = 0;
+  if (at < end && *at == '.') {
+    decimals = -digits.count();
+    at = digits.take(at + 1);
+    decimals += digits.count();
+  }
+  if (digits.count() == 0 || (at < end && ((*at | 0x20) == 'e' || (*at | 0x20) == 'x'))) return nullptr;
+  constexpr std::uint64_t kExactInteger = std::uint64_t(1) << std::numeric_limits<Real>::digits;
+  const bool exact = digits.count() <= 19 && digits.value() <= kExactInteger && decimals <= kExactPower<Real>;
+  const Real magnitude = exact ? static_cast<Real>(digits.value()) / static_cast<Real>(kPowersOfTen[decimals])
+                               : convertDecimal<Real>(first, at);
+  value = negative ? -magnitude : magnitude;
+  return at;
+}
+
+template <typename Real>
+const char* readReal(const char* begin, const char* end, Rules rules, Real& value) {
+  const char* after = readPlain(begin, end, value);
+  return after != nullptr ? after : RealReader<Real>(begin, end, rules).read(value);
+}
 
 // strtol's value of the digits at `at` (sign included), clamped at the type's limits; null if there is no
 // digit.
@@ -213,7 +289,7 @@ const char* readLong(const char* at, const char* end, long& value) {
 template <typename Real>
 bool scanReal(const char*& cursor, const char* end, Real& value) {
   cursor = skipBlanks(cursor, end);
-  const char* after = RealReader<Real>(cursor, end, Rules::Scanf).read(value);
+  const char* after = readReal(cursor, end, Rules::Scanf, value);
   if (after == nullptr) return false;
   cursor = after;
   return true;
@@ -335,7 +411,7 @@ int scanReals(std::string_view text, double* x, double* y, float* z) {
 double textToReal(std::string_view text, std::size_t* used) {
   const char* end = text.data() + text.size();
   double value = 0;
-  const char* after = RealReader<double>(skipBlanks(text.data(), end), end, Rules::Strtod).read(value);
+  const char* after = readReal(skipBlanks(text.data(), end), end, Rules::Strtod, value);
   if (used != nullptr) *used = after == nullptr ? 0 : static_cast<std::size_t>(after - text.data());
   return value;
 }
