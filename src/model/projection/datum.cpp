@@ -50,6 +50,10 @@ const KnownDatum* findKnownDatumByRegistry(const QString& registryName, double r
   return nullptr;
 }
 
+bool isMadeUpDatumName(const QString& name) {
+  return name.startsWith(QLatin1String("unknown"), Qt::CaseInsensitive);
+}
+
 }  // namespace kaldex
 
 inline namespace kaldex_v1 {

@@ -24,6 +24,9 @@ const KnownDatum* findKnownDatum(const QString& name);
 /// By the registry's name; the ellipsoid has to be the same.
 const KnownDatum* findKnownDatumByRegistry(const QString& registryName, double radius, double flattening);
 
+/// Names that PROJ makes up for a datum that is told by its ellipsoid only; no registry has them.
+bool isMadeUpDatumName(const QString& name);
+
 }  // namespace kaldex
 
 #endif

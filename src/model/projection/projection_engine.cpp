@@ -24,6 +24,10 @@ class OperationText {
   OperationText& scale(double factor) {
     return number("k_0", factor == 0.0 ? 1.0 : factor, factor >= 0.0 && factor < kUnsetLimit);
   }
+  OperationText& flag(const char* key) {
+    text_ += QByteArray(" +") + key;
+    return *this;
+  }
   OperationText& ellipsoid(const Datum& datum) {
     const bool usable = datum.radius() > 0.0 && datum.flattening() >= 0.0 && datum.flattening() < 1.0;
     length(datum.flattening() == 0.0 ? "R" : "a", datum.radius());
@@ -75,7 +79,8 @@ OperationText methodText(const ProjectionParameters& p) {
     case ProjectionType::stereographic:
       return OperationText("stere").angle("lat_0", pole).angle("lon_0", p.centralMeridian).scale(p.scale);
     case ProjectionType::miller:
-      return OperationText("mill").angle("lon_0", p.centralMeridian);
+      // Miller's is a projection of the sphere; reference systems mean the one with the ellipsoid's area.
+      return OperationText("mill").angle("lon_0", p.centralMeridian).flag("R_A");
     case ProjectionType::sinusoidal:
       return OperationText("sinu").angle("lon_0", p.centralMeridian);
     default:
