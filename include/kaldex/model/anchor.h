@@ -9,13 +9,15 @@
 
 inline namespace kaldex_v1 {
 
-/// What an object of the database looks like in one layer: the points, lines and polygons that stand for it there,
-/// with the measures of the whole. A value: `Vector` and `AnchorSet` hand out copies, `AnchorSet::Update` stores one.
+/// What an object of the database looks like in one layer: the points, lines and polygons that stand for it
+/// there, with the measures of the whole. A value: `Vector` and `AnchorSet` hand out copies,
+/// `AnchorSet::Update` stores one.
 class KALDEX_MODEL_API Anchor : public SObject {
  public:
   /// The visual's identifier goes into the anchor; it must be a stored one to be found again.
   void SetVisual(const GeneralVisual& visual);
-  /// Each adds a piece once, grows the box and the measures (plane units), and is 0 for a piece without identifier.
+  /// Each adds a piece once, grows the box and the measures (plane units), and is 0 for a piece without
+  /// identifier.
   int InsertPoint(const Point2d& point);
   int InsertLine(const SProjection* projection, const Line& line);
   int InsertPolygon(const SPolygon& polygon, const SProjection* projection);

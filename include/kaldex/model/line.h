@@ -13,8 +13,8 @@ class VectorStore;
 
 inline namespace kaldex_v1 {
 
-/// How an object of a vector stands to what is stored of it. A changed object is updated, a new one inserted, when
-/// it is given back (`Free`, deletion, or the vector's end).
+/// How an object of a vector stands to what is stored of it. A changed object is updated, a new one inserted,
+/// when it is given back (`Free`, deletion, or the vector's end).
 enum ObjectState : short { stateStored = 0, stateChanged = 1, stateNew = 2 };
 
 /// Characters of a line's type.
@@ -22,10 +22,10 @@ enum LineType : char { lineFree = '1', lineBreak = '2', linePlain = '3', lineMas
 
 /// A line of a vector layer, or a detached one that a caller builds up.
 ///
-/// A line that a `Vector` handed out or took in is a live shell of the stored one: its points are loaded when they
-/// are first asked for, `Free` stores what changed and drops them, deletion does the same and ends the shell.
-/// Handing out one identifier twice gives the same shell. Points that First, Next, Prev and Last return live in
-/// the line and are valid until the next call of one of these.
+/// A line that a `Vector` handed out or took in is a live shell of the stored one: its points are loaded when
+/// they are first asked for, `Free` stores what changed and drops them, deletion does the same and ends the
+/// shell. Handing out one identifier twice gives the same shell. Points that First, Next, Prev and Last
+/// return live in the line and are valid until the next call of one of these.
 class KALDEX_MODEL_API Line : public SObject {
  public:
   Line();
@@ -43,7 +43,8 @@ class KALDEX_MODEL_API Line : public SObject {
   char Type() const { return type_; }
   void Type(char type) { type_ = type; }
 
-  /// Add a point at the end; with `dropRepeats` one that equals the last is not added. 0 when memory runs out.
+  /// Add a point at the end; with `dropRepeats` one that equals the last is not added. 0 when memory runs
+  /// out.
   int Append(const Point& point, bool dropRepeats);
   /// Length in plane units; the projection doesn't convert (callers multiply by its metre factor).
   double CalcLength(const SProjection* projection = nullptr) const;
@@ -56,7 +57,8 @@ class KALDEX_MODEL_API Line : public SObject {
   /// Drop vertices nearer than `tolerance` (plane units) to the simplified line (Douglas and Peucker 1973).
   /// A `keepClosed` other than 0 keeps a ring of at least four points. Returns the new size.
   int Simplify(float tolerance, int keepClosed);
-  /// Store what changed and drop the points; the line stays usable. The flag is accepted for the callers' sake.
+  /// Store what changed and drop the points; the line stays usable. The flag is accepted for the callers'
+  /// sake.
   void Free(short flag = 1);
   /// As Free, and forget height, class, neighbours and label too when the line is detached.
   void FreeAll();
@@ -105,8 +107,8 @@ class KALDEX_MODEL_API LineList : public TypedList<Line> {
 /// The point at half the segment from `a` to `b`; the height is ignored.
 KALDEX_MODEL_API void GetMiddlePoint(const Point& a, const Point& b, Point& middle, float height);
 
-/// Signed area of a closed line in plane units (positive when counter-clockwise); returns 1, or 0 with an area of
-/// 0.0 for less than 3 points.
+/// Signed area of a closed line in plane units (positive when counter-clockwise); returns 1, or 0 with an
+/// area of 0.0 for less than 3 points.
 KALDEX_MODEL_API int calcula_area(const Line* line, double* area);
 
 }  // namespace kaldex_v1

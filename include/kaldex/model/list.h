@@ -1,6 +1,7 @@
 #ifndef KALDEX_MODEL_LIST_H
 #define KALDEX_MODEL_LIST_H
 
+#include <cstddef>
 #include <vector>
 
 #include "kaldex/model/sobject.h"
@@ -63,7 +64,7 @@ class TypedList : public List {
   Item* Prev() { return static_cast<Item*>(List::Prev()); }
   Item* Last() { return static_cast<Item*>(List::Last()); }
   Item* Get(int position) { return static_cast<Item*>(List::Get(position)); }
-  Item* at(int position) const { return static_cast<Item*>(items()[static_cast<size_t>(position)]); }
+  Item* at(int position) const { return static_cast<Item*>(items()[static_cast<std::size_t>(position)]); }
 
   class Iterator {
    public:

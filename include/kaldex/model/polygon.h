@@ -8,8 +8,9 @@
 
 inline namespace kaldex_v1 {
 
-/// A polygon of a vector layer: an outline made of lines of the layer, a father, and sons (the polygons that lie in
-/// it and are not part of it). The shell rules of `Line` hold here too. Sons and lines are known by identifier.
+/// A polygon of a vector layer: an outline made of lines of the layer, a father, and sons (the polygons that
+/// lie in it and are not part of it). The shell rules of `Line` hold here too. Sons and lines are known by
+/// identifier.
 class KALDEX_MODEL_API SPolygon : public SObject {
  public:
   SPolygon();
@@ -17,8 +18,8 @@ class KALDEX_MODEL_API SPolygon : public SObject {
   SPolygon& operator=(const SPolygon&) = delete;
   ~SPolygon() override;
 
-  /// Make the outline from the polygon's lines. The result belongs to the polygon and lives until DeletePoints;
-  /// null when there is none. The argument is not used.
+  /// Make the outline from the polygon's lines. The result belongs to the polygon and lives until
+  /// DeletePoints; null when there is none. The argument is not used.
   Line* CreatePoints(Point* unused = nullptr);
   void DeletePoints();
   /// Lend the polygon an outline; null gives it back. The polygon never deletes a lent one.
@@ -32,15 +33,15 @@ class KALDEX_MODEL_API SPolygon : public SObject {
   int AppendLine(Line* line);
   Line* FirstLine();
   Line* NextLine();
-  /// Make `son` an inner polygon of this one: 0 for null, itself, or a polygon that already has another father.
-  /// A flag other than 0 puts this polygon's identifier into the son.
+  /// Make `son` an inner polygon of this one: 0 for null, itself, or a polygon that already has another
+  /// father. A flag other than 0 puts this polygon's identifier into the son.
   int AppendSon(SPolygon* son, short setParent);
   int NumSons() const;
   SPolygon* FirstSon();
   SPolygon* NextSon();
 
-  /// 0 outside, 1 on the border (within `tolerance`, plane units), 2 inside the outline; sons are not looked at.
-  /// The two doubles are for callers of an older form and may be null.
+  /// 0 outside, 1 on the border (within `tolerance`, plane units), 2 inside the outline; sons are not looked
+  /// at. The two doubles are for callers of an older form and may be null.
   short Inside(const Point& point, float tolerance = 0.0f, double* = nullptr, double* = nullptr);
   /// 1 clockwise, 2 counter-clockwise, 0 without an outline.
   short Orientation();

@@ -25,7 +25,8 @@ class KALDEX_MODEL_API LineSet {
   /// Hold all lines in memory until DestroyLines; with a list, append them to it too. 1.
   int LoadLines(LineList* list);
   void DestroyLines();
-  /// Whether lines stay in memory when they are given back: then `Line::Free(1)` returns one, else deletion does.
+  /// Whether lines stay in memory when they are given back: then `Line::Free(1)` returns one, else deletion
+  /// does.
   bool keepsInMemory() const;
 
  private:
@@ -63,12 +64,12 @@ class KALDEX_MODEL_API AnchorSet {
   kaldex::VectorStore& store_;
 };
 
-/// The vector representation of a layer: its lines, polygons, points, samples and anchors, kept in feature tables of
-/// the geographic database (or, made by Init, in a file of its own).
+/// The vector representation of a layer: its lines, polygons, points, samples and anchors, kept in feature
+/// tables of the geographic database (or, made by Init, in a file of its own).
 ///
 /// Cursors remember an identifier, not an object, and walk in ascending identifier: deleting what a cursor
-/// handed out, or inserting while it walks, is safe. Lines, polygons and 2D points that the vector hands out are its
-/// own shells; points with height and anchors are the caller's copies and deleted by the caller.
+/// handed out, or inserting while it walks, is safe. Lines, polygons and 2D points that the vector hands out
+/// are its own shells; points with height and anchors are the caller's copies and deleted by the caller.
 /// Failures of the database below (a full disk, a lock) throw SException.
 class KALDEX_MODEL_API Vector : public SObject {
  public:
@@ -77,10 +78,10 @@ class KALDEX_MODEL_API Vector : public SObject {
   Vector& operator=(const Vector&) = delete;
   ~Vector() override;
 
-  /// Make a vector of its own at directory/name, outside any project. `representation` is a VectorKind, `modelKind` a
-  /// category model. 1, or 0 when the file can't be made. The projection is borrowed.
-  int Init(SProjection* projection, const Box& box, short representation, int modelKind, const QString& directory,
-           const QString& name);
+  /// Make a vector of its own at directory/name, outside any project. `representation` is a VectorKind,
+  /// `modelKind` a category model. 1, or 0 when the file can't be made. The projection is borrowed.
+  int Init(SProjection* projection, const Box& box, short representation, int modelKind,
+           const QString& directory, const QString& name);
 
   Line* FirstLine();
   Line* NextLine();
@@ -100,8 +101,9 @@ class KALDEX_MODEL_API Vector : public SObject {
   /// A copy that the caller deletes.
   Anchor* GetAnchor(int id);
 
-  /// Lines and polygons are adopted when the result is not 0 (they get their identifier); on 0 they stay the caller's.
-  /// An empty line, a line whose coordinates are not finite, and a polygon without a closed outline are refused.
+  /// Lines and polygons are adopted when the result is not 0 (they get their identifier); on 0 they stay the
+  /// caller's. An empty line, a line whose coordinates are not finite, and a polygon without a closed outline
+  /// are refused.
   int Insert(Line& line, int flag);
   int Insert(SPolygon& polygon);
   /// Points and anchors are copied, and their new identifier is written back. A 2D point that carries the
@@ -112,19 +114,21 @@ class KALDEX_MODEL_API Vector : public SObject {
 
   /// Append the lines whose box meets `box` to the (borrowing) list; returns their count.
   int Lines(const Box& box, LineList& list, double = 0, double = 0);
-  /// Append copies of the anchors that have a piece of the wanted kinds in `box`; the list must own its items.
-  int Anchors(const Box& box, AnchorList& list, short wantPoints, short wantLines, short wantPolygons, double = 0,
-              double = 0);
+  /// Append copies of the anchors that have a piece of the wanted kinds in `box`; the list must own its
+  /// items.
+  int Anchors(const Box& box, AnchorList& list, short wantPoints, short wantLines, short wantPolygons,
+              double = 0, double = 0);
   /// The anchor with a point within `tolerance` of `point`, nearest first; the caller's, or null.
   Anchor* FindAnchors(const Point& point, float tolerance, double = 0, double = 0);
   /// The line nearest to `point` within `tolerance` (plane units); of several as near the lowest identifier.
-  /// `segment` takes the index of the nearest segment, `vertex` the nearer end of it, `nearest` the place on the line;
-  /// each may be null.
-  Line* FindLine(const Point& point, int* segment, float tolerance, float tolerance2, int* vertex, Point* nearest,
-                 double = 0, double = 0);
+  /// `segment` takes the index of the nearest segment, `vertex` the nearer end of it, `nearest` the place on
+  /// the line; each may be null.
+  Line* FindLine(const Point& point, int* segment, float tolerance, float tolerance2, int* vertex,
+                 Point* nearest, double = 0, double = 0);
   /// The line with these end points, in either order, each within half a metre; the best match.
   Line* FindLine(const Point& from, const Point& to);
-  /// The innermost polygon that holds the point (a son is not part of its father); on a border the lowest identifier.
+  /// The innermost polygon that holds the point (a son is not part of its father); on a border the lowest
+  /// identifier.
   SPolygon* FindPolygon(const Point& point, double = 0, double = 0);
   /// The end of a line, or the stored point, within `tolerance`: the vector's own, or null.
   Point2d* FindNode(const Point& point, float tolerance);
@@ -149,8 +153,8 @@ class KALDEX_MODEL_API Vector : public SObject {
   long long point3dCount();
   long long anchorCount();
 
-  /// Store what changed and make the spatial indexes of all that was inserted. Operations call it at their end; the
-  /// database does before it commits.
+  /// Store what changed and make the spatial indexes of all that was inserted. Operations call it at their
+  /// end; the database does before it commits.
   void flush();
 
   short representation() const;

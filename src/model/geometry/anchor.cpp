@@ -10,7 +10,9 @@ inline namespace kaldex_v1 {
 
 namespace {
 
-int has(const std::vector<int>& ids, int id) { return std::find(ids.begin(), ids.end(), id) != ids.end() ? 1 : 0; }
+int has(const std::vector<int>& ids, int id) {
+  return std::find(ids.begin(), ids.end(), id) != ids.end() ? 1 : 0;
+}
 
 /// Takes a piece's identifier in; false when the anchor can't or already does hold it.
 bool takeIn(std::vector<int>& ids, int id) {
@@ -22,7 +24,9 @@ bool takeIn(std::vector<int>& ids, int id) {
 
 }  // namespace
 
-void Anchor::SetVisual(const GeneralVisual& visual) { visualId = visual.id; }
+void Anchor::SetVisual(const GeneralVisual& visual) {
+  visualId = visual.id;
+}
 
 int Anchor::InsertPoint(const Point2d& point) {
   if (point.id == 0) return 0;
@@ -47,8 +51,14 @@ int Anchor::InsertPolygon(const SPolygon& polygon, const SProjection*) {
   return 1;
 }
 
-int Anchor::SelectPoint(int id) const { return has(points, id); }
-int Anchor::SelectLine(int id) const { return has(lines, id); }
-int Anchor::SelectPolygon(int id) const { return has(polygons, id); }
+int Anchor::SelectPoint(int id) const {
+  return has(points, id);
+}
+int Anchor::SelectLine(int id) const {
+  return has(lines, id);
+}
+int Anchor::SelectPolygon(int id) const {
+  return has(polygons, id);
+}
 
 }  // namespace kaldex_v1

@@ -11,7 +11,9 @@ inline namespace kaldex_v1 {
 
 namespace {
 
-double distance(const double* a, const double* b) { return std::hypot(b[0] - a[0], b[1] - a[1]); }
+double distance(const double* a, const double* b) {
+  return std::hypot(b[0] - a[0], b[1] - a[1]);
+}
 
 double squareDistanceToSegment(const double* p, const double* a, const double* b) {
   const double dx = b[0] - a[0], dy = b[1] - a[1];
@@ -91,8 +93,12 @@ Point* Line::at(int position) {
   return &current_;
 }
 
-Point* Line::First() { return at(cursor_ = 0); }
-Point* Line::Last() { return at(cursor_ = Size() - 1); }
+Point* Line::First() {
+  return at(cursor_ = 0);
+}
+Point* Line::Last() {
+  return at(cursor_ = Size() - 1);
+}
 
 Point* Line::Next(Box* box) {
   while (cursor_ < Size()) {
@@ -225,7 +231,8 @@ int calcula_area(const Line* line, double* area) {
   // Relative to the first vertex: far from the origin the products would lose the digits that matter.
   double twice = 0.0;
   for (int i = 1; i + 1 < count; ++i) {
-    twice += (xy[2 * i] - xy[0]) * (xy[2 * i + 3] - xy[1]) - (xy[2 * i + 2] - xy[0]) * (xy[2 * i + 1] - xy[1]);
+    twice +=
+        (xy[2 * i] - xy[0]) * (xy[2 * i + 3] - xy[1]) - (xy[2 * i + 2] - xy[0]) * (xy[2 * i + 1] - xy[1]);
   }
   *area = twice / 2;
   return 1;

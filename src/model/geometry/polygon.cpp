@@ -27,9 +27,13 @@ Line* SPolygon::CreatePoints(Point*) {
   return outline_.get();
 }
 
-void SPolygon::DeletePoints() { outline_.reset(); }
+void SPolygon::DeletePoints() {
+  outline_.reset();
+}
 
-void SPolygon::SetPoints(Line* outline) { lent_ = outline; }
+void SPolygon::SetPoints(Line* outline) {
+  lent_ = outline;
+}
 
 void SPolygon::KeepPoints(short keep) {
   keep_ = keep != 0;
@@ -67,7 +71,9 @@ int SPolygon::AppendSon(SPolygon* son, short setParent) {
   return 1;
 }
 
-int SPolygon::NumSons() const { return static_cast<int>(sons_.size()); }
+int SPolygon::NumSons() const {
+  return static_cast<int>(sons_.size());
+}
 
 SPolygon* SPolygon::FirstSon() {
   sonCursor_ = 0;
@@ -79,7 +85,8 @@ SPolygon* SPolygon::NextSon() {
   return store_->polygon(sons_[sonCursor_++]);
 }
 
-/// The outline for a short look: what is there, a lone line of the layer whose points are in memory, or one made now.
+/// The outline for a short look: what is there, a lone line of the layer whose points are in memory, or one
+/// made now.
 const Line* SPolygon::outlineForUse() {
   if (Points() != nullptr) return Points();
   if (store_ != nullptr && lines_.size() == 1) {
@@ -98,8 +105,8 @@ short SPolygon::Inside(const Point& point, float tolerance, double*, double*) {
   const Line* outline = outlineForUse();
   short place = 0;
   if (outline != nullptr && outline->Size() >= 3) {
-    place = kaldex::placeInRing(outline->coordinates(), static_cast<size_t>(outline->Size()), point.x, point.y,
-                                static_cast<double>(tolerance));
+    place = kaldex::placeInRing(outline->coordinates(), static_cast<size_t>(outline->Size()), point.x,
+                                point.y, static_cast<double>(tolerance));
   }
   if (!had) doneWithOutline();
   return place;

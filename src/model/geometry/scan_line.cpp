@@ -30,7 +30,9 @@ short placeInRing(const double* xy, std::size_t count, double x, double y, doubl
   return inside ? 2 : 0;
 }
 
-void InteriorPointFinder::addRing(const double* xy, std::size_t count) { rings_.push_back({xy, count}); }
+void InteriorPointFinder::addRing(const double* xy, std::size_t count) {
+  rings_.push_back({xy, count});
+}
 
 bool InteriorPointFinder::tryHeight(double y, Point& point) {
   crossings_.clear();

@@ -20,7 +20,9 @@ Statement* RowCursor::next(SqliteConnection& connection, const std::string& sele
 }
 
 FeatureTable::FeatureTable(SqliteConnection& connection, Definition definition)
-    : connection_(connection), definition_(std::move(definition)), index_(connection, definition_.registration.name) {}
+    : connection_(connection),
+      definition_(std::move(definition)),
+      index_(connection, definition_.registration.name) {}
 
 bool FeatureTable::exists() {
   if (known_ < 0) known_ = connection_.tableExists(name()) ? 1 : 0;
@@ -52,12 +54,15 @@ void FeatureTable::reserveId(std::int64_t id) {
   lastId_ = std::max(lastId_, id);
 }
 
-long long FeatureTable::count() { return exists() ? connection_.scalar("SELECT count(*) FROM " + quoted()) : 0; }
+long long FeatureTable::count() {
+  return exists() ? connection_.scalar("SELECT count(*) FROM " + quoted()) : 0;
+}
 
 Box FeatureTable::extent() {
   Box box = extent_;
   if (!exists()) return box;
-  Statement stored = connection_.prepare("SELECT min_x, min_y, max_x, max_y FROM gpkg_contents WHERE table_name = ?1");
+  Statement stored =
+      connection_.prepare("SELECT min_x, min_y, max_x, max_y FROM gpkg_contents WHERE table_name = ?1");
   stored.bind(1, name());
   if (stored.step() && !stored.isNull(0)) {
     box.extend(Box(stored.real(0), stored.real(1), stored.real(2), stored.real(3)));

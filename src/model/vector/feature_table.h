@@ -13,8 +13,8 @@
 
 namespace kaldex {
 
-/// A walk over a table's rows in ascending key. It keeps the last key, not its statement: after a rollback, a change of
-/// the table's schema or a pause it goes on behind that key.
+/// A walk over a table's rows in ascending key. It keeps the last key, not its statement: after a rollback, a
+/// change of the table's schema or a pause it goes on behind that key.
 class RowCursor {
  public:
   void rewind() {
@@ -47,14 +47,15 @@ class RowCursor {
   bool open_ = false;
 };
 
-/// One feature table of a layer: key "fid", columns, geometry "geom", its registration, identifiers and index. The table
-/// is made when its first row comes.
+/// One feature table of a layer: key "fid", columns, geometry "geom", its registration, identifiers and
+/// index. The table is made when its first row comes.
 class FeatureTable {
  public:
   struct Definition {
     FeatureTableRegistration registration;
     std::string columns;  ///< SQL of the columns between key and geometry, each with a comma behind it
-    /// Gives the projection's identifier in the file, registering it when need be; asked when it is first wanted.
+    /// Gives the projection's identifier in the file, registering it when need be; asked when it is first
+    /// wanted.
     std::function<int()> spatialReference;
   };
 

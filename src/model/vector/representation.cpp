@@ -6,11 +6,12 @@ namespace kaldex {
 
 namespace {
 
-// A contour or sample representation may stand beside the lines of the same layer: its tables need names of their own.
+// A contour or sample representation may stand beside the lines of the same layer: its tables need names of
+// their own.
 const char* tableSuffix(short vectorKind, FeatureKind kind) {
   static const char* const ofLines[] = {"lines", "polygons", "points", "heights", "anchors"};
-  static const char* const ofContours[] = {"contours", "contour_polygons", "contour_points", "contour_heights",
-                                           "contour_anchors"};
+  static const char* const ofContours[] = {"contours", "contour_polygons", "contour_points",
+                                           "contour_heights", "contour_anchors"};
   static const char* const ofSamples[] = {"sample_lines", "sample_polygons", "sample_points", "samples",
                                           "sample_anchors"};
   const auto index = static_cast<size_t>(kind);
@@ -66,17 +67,20 @@ std::string geometryTypeOf(FeatureKind kind) {
 std::string columnsOf(FeatureKind kind) {
   switch (kind) {
     case FeatureKind::lines:
-      return "type TEXT, height REAL, class_id INTEGER, left_polygon INTEGER, right_polygon INTEGER, label_x REAL, "
+      return "type TEXT, height REAL, class_id INTEGER, left_polygon INTEGER, right_polygon INTEGER, label_x "
+             "REAL, "
              "label_y REAL, impedance_positive REAL, impedance_negative REAL, demand REAL,";
     case FeatureKind::polygons:
-      return "parent INTEGER, class_id INTEGER, label_x REAL, label_y REAL, area REAL, perimeter REAL, lines TEXT, sons "
+      return "parent INTEGER, class_id INTEGER, label_x REAL, label_y REAL, area REAL, perimeter REAL, lines "
+             "TEXT, sons "
              "TEXT,";
     case FeatureKind::points:
       return "class_id INTEGER, flag INTEGER,";
     case FeatureKind::samples:
       return "";
     case FeatureKind::anchors:
-      return "visual_id INTEGER, min_x REAL, min_y REAL, max_x REAL, max_y REAL, area REAL, perimeter REAL, impedance "
+      return "visual_id INTEGER, min_x REAL, min_y REAL, max_x REAL, max_y REAL, area REAL, perimeter REAL, "
+             "impedance "
              "REAL, demand REAL, points TEXT, lines TEXT, polygons TEXT";
   }
   return "";

@@ -9,7 +9,8 @@ namespace kaldex {
 /// The kinds of tables of a vector representation.
 enum class FeatureKind { lines, polygons, points, samples, anchors };
 
-/// Base of the tables' names: the layer's name in plain ASCII letters, with its identifier behind it, which makes it unique.
+/// Base of the tables' names: the layer's name in plain ASCII letters, with its identifier behind it, which
+/// makes it unique.
 std::string representationBase(const QString& layerName, int layerId);
 /// Name of a table: base, then what it holds in a representation of that kind, as "rivers_3_lines".
 std::string featureTableName(const std::string& base, short vectorKind, FeatureKind kind);

@@ -8,8 +8,8 @@
 
 namespace kaldex {
 
-/// The live shells of one kind that a vector handed out or took in, by identifier. The registry deletes what is left when
-/// it dies; callers may delete a shell before, which must then say so by `remove`.
+/// The live shells of one kind that a vector handed out or took in, by identifier. The registry deletes what
+/// is left when it dies; callers may delete a shell before, which must then say so by `remove`.
 template <class Shell>
 class ShellRegistry {
  public:
@@ -31,7 +31,8 @@ class ShellRegistry {
       orphans_.erase(const_cast<Shell*>(&shell));
     }
   }
-  /// A rollback took away what the shells stand for. Callers may still hold them, so they stay until they are deleted.
+  /// A rollback took away what the shells stand for. Callers may still hold them, so they stay until they are
+  /// deleted.
   void orphanAll() {
     for (const auto& entry : shells_) orphans_.insert(entry.second);
     shells_.clear();

@@ -9,18 +9,28 @@ int LineSet::LoadLines(LineList* list) {
   store_.loadAllLines(list);
   return 1;
 }
-void LineSet::DestroyLines() { store_.dropAllLines(); }
-bool LineSet::keepsInMemory() const { return store_.keepOnMemory; }
+void LineSet::DestroyLines() {
+  store_.dropAllLines();
+}
+bool LineSet::keepsInMemory() const {
+  return store_.keepOnMemory;
+}
 
-SPolygon* PolygonSet::Get(int id) { return store_.polygonCopy(id); }
+SPolygon* PolygonSet::Get(int id) {
+  return store_.polygonCopy(id);
+}
 
 // Kept for callers that bracket a load: statements of the one file are always at hand.
 void Point3dSet::KeepFilesOpen(short keep) {
   if (keep == 0) store_.releaseCursors();
 }
 
-Anchor* AnchorSet::Get(int id) { return store_.anchor(id); }
-int AnchorSet::Update(const Anchor& anchor) { return store_.update(anchor) ? 1 : 0; }
+Anchor* AnchorSet::Get(int id) {
+  return store_.anchor(id);
+}
+int AnchorSet::Update(const Anchor& anchor) {
+  return store_.update(anchor) ? 1 : 0;
+}
 
 Vector::Vector() = default;
 
@@ -56,52 +66,124 @@ int Vector::Init(SProjection* projection, const Box& box, short representation, 
   return 1;
 }
 
-Line* Vector::FirstLine() { return store_->firstLine(); }
-Line* Vector::NextLine() { return store_->nextLine(); }
-SPolygon* Vector::FirstPolygon() { return store_->firstPolygon(); }
-SPolygon* Vector::NextPolygon() { return store_->nextPolygon(); }
-Point2d* Vector::FirstPoint2d() { return store_->firstPoint(); }
-Point2d* Vector::NextPoint2d() { return store_->nextPoint(); }
-Point3d* Vector::FirstPoint3d() { return store_->firstSample(); }
-Point3d* Vector::NextPoint3d() { return store_->nextSample(); }
-Anchor* Vector::FirstAnchor() { return store_->firstAnchor(); }
-Anchor* Vector::NextAnchor() { return store_->nextAnchor(); }
+Line* Vector::FirstLine() {
+  return store_->firstLine();
+}
+Line* Vector::NextLine() {
+  return store_->nextLine();
+}
+SPolygon* Vector::FirstPolygon() {
+  return store_->firstPolygon();
+}
+SPolygon* Vector::NextPolygon() {
+  return store_->nextPolygon();
+}
+Point2d* Vector::FirstPoint2d() {
+  return store_->firstPoint();
+}
+Point2d* Vector::NextPoint2d() {
+  return store_->nextPoint();
+}
+Point3d* Vector::FirstPoint3d() {
+  return store_->firstSample();
+}
+Point3d* Vector::NextPoint3d() {
+  return store_->nextSample();
+}
+Anchor* Vector::FirstAnchor() {
+  return store_->firstAnchor();
+}
+Anchor* Vector::NextAnchor() {
+  return store_->nextAnchor();
+}
 
-Line* Vector::GetLine(int id) { return store_->line(id); }
-SPolygon* Vector::GetPolygon(int id) { return store_->polygonAt(id); }
-Point2d* Vector::GetPoint2d(int id) { return store_->point(id); }
-Anchor* Vector::GetAnchor(int id) { return store_->anchor(id); }
+Line* Vector::GetLine(int id) {
+  return store_->line(id);
+}
+SPolygon* Vector::GetPolygon(int id) {
+  return store_->polygonAt(id);
+}
+Point2d* Vector::GetPoint2d(int id) {
+  return store_->point(id);
+}
+Anchor* Vector::GetAnchor(int id) {
+  return store_->anchor(id);
+}
 
-int Vector::Insert(Line& line, int) { return store_->adopt(line) ? 1 : 0; }
-int Vector::Insert(SPolygon& polygon) { return store_->adopt(polygon) ? 1 : 0; }
-int Vector::Insert(Point2d& point) { return store_->insert(point) ? 1 : 0; }
-int Vector::Insert(Point3d& point, short) { return store_->insert(point) ? 1 : 0; }
-int Vector::Insert(Anchor& anchor) { return store_->insert(anchor) ? 1 : 0; }
+int Vector::Insert(Line& line, int) {
+  return store_->adopt(line) ? 1 : 0;
+}
+int Vector::Insert(SPolygon& polygon) {
+  return store_->adopt(polygon) ? 1 : 0;
+}
+int Vector::Insert(Point2d& point) {
+  return store_->insert(point) ? 1 : 0;
+}
+int Vector::Insert(Point3d& point, short) {
+  return store_->insert(point) ? 1 : 0;
+}
+int Vector::Insert(Anchor& anchor) {
+  return store_->insert(anchor) ? 1 : 0;
+}
 
 void Vector::KeepFilesOpen(short keep) {
   store_->keepFilesOpen = keep;
   if (keep == 0) store_->releaseCursors();
 }
-short Vector::KeepsFilesOpen() const { return store_->keepFilesOpen; }
-void Vector::KeepOnMemory(short keep) { store_->keepOnMemory = keep != 0; }
-bool Vector::PolygonsInMemory() const { return store_->keepOnMemory; }
-Box Vector::BoundingBox() const { return store_->info().box; }
-Box Vector::dataExtent() { return store_->extent(); }
+short Vector::KeepsFilesOpen() const {
+  return store_->keepFilesOpen;
+}
+void Vector::KeepOnMemory(short keep) {
+  store_->keepOnMemory = keep != 0;
+}
+bool Vector::PolygonsInMemory() const {
+  return store_->keepOnMemory;
+}
+Box Vector::BoundingBox() const {
+  return store_->info().box;
+}
+Box Vector::dataExtent() {
+  return store_->extent();
+}
 
-long long Vector::lineCount() { return store_->lineCount(); }
-long long Vector::polygonCount() { return store_->polygonCount(); }
-long long Vector::point2dCount() { return store_->pointCount(); }
-long long Vector::point3dCount() { return store_->sampleCount(); }
-long long Vector::anchorCount() { return store_->anchorCount(); }
+long long Vector::lineCount() {
+  return store_->lineCount();
+}
+long long Vector::polygonCount() {
+  return store_->polygonCount();
+}
+long long Vector::point2dCount() {
+  return store_->pointCount();
+}
+long long Vector::point3dCount() {
+  return store_->sampleCount();
+}
+long long Vector::anchorCount() {
+  return store_->anchorCount();
+}
 
-void Vector::flush() { store_->flush(); }
+void Vector::flush() {
+  store_->flush();
+}
 
-short Vector::representation() const { return store_->info().kind; }
-int Vector::modelKind() const { return store_->info().modelKind; }
-SProjection* Vector::projection() const { return store_->info().projection; }
-InfoLayer* Vector::infoLayer() const { return store_->info().layer; }
-QString Vector::directory() const { return store_->info().directory; }
-QString Vector::name() const { return store_->info().name; }
+short Vector::representation() const {
+  return store_->info().kind;
+}
+int Vector::modelKind() const {
+  return store_->info().modelKind;
+}
+SProjection* Vector::projection() const {
+  return store_->info().projection;
+}
+InfoLayer* Vector::infoLayer() const {
+  return store_->info().layer;
+}
+QString Vector::directory() const {
+  return store_->info().directory;
+}
+QString Vector::name() const {
+  return store_->info().name;
+}
 
 float Vector::tolerance() const {
   // Half a millimetre at map scale, as label points are matched.
@@ -111,9 +193,17 @@ float Vector::tolerance() const {
   return static_cast<float>(0.0005 * scale * factor);
 }
 
-LineSet* Vector::lineSet() { return lineSet_.get(); }
-PolygonSet* Vector::polygonSet() { return polygonSet_.get(); }
-Point3dSet* Vector::point3dSet() { return point3dSet_.get(); }
-AnchorSet* Vector::anchorSet() { return anchorSet_.get(); }
+LineSet* Vector::lineSet() {
+  return lineSet_.get();
+}
+PolygonSet* Vector::polygonSet() {
+  return polygonSet_.get();
+}
+Point3dSet* Vector::point3dSet() {
+  return point3dSet_.get();
+}
+AnchorSet* Vector::anchorSet() {
+  return anchorSet_.get();
+}
 
 }  // namespace kaldex_v1

@@ -75,8 +75,8 @@ Line* VectorStore::line(int id) {
   Line* line = lineShells_.find(id);
   if (line != nullptr || !lines_.exists()) return line;
   if (!selectLine_) {
-    selectLine_ =
-        connection_->prepare(std::string("SELECT ") + lineColumns + " FROM " + lines_.quoted() + " WHERE fid = ?1");
+    selectLine_ = connection_->prepare(std::string("SELECT ") + lineColumns + " FROM " + lines_.quoted() +
+                                       " WHERE fid = ?1");
   }
   selectLine_.bind(1, id);
   line = selectLine_.step() ? lineFrom(selectLine_) : nullptr;
@@ -97,7 +97,8 @@ Line* VectorStore::firstLine() {
 
 Line* VectorStore::nextLine() {
   if (!lines_.exists()) return nullptr;
-  Statement* row = lineCursor_.next(*connection_, std::string("SELECT ") + lineColumns + " FROM " + lines_.quoted());
+  Statement* row =
+      lineCursor_.next(*connection_, std::string("SELECT ") + lineColumns + " FROM " + lines_.quoted());
   return row == nullptr ? nullptr : lineFrom(*row);
 }
 
@@ -203,7 +204,8 @@ void VectorStore::updateLine(Line& line) {
   if (!updateLine_) {
     updateLine_ = connection_->prepare(
         "UPDATE " + lines_.quoted() +
-        " SET type = ?2, height = ?3, class_id = ?4, left_polygon = ?5, right_polygon = ?6, label_x = ?7, label_y = ?8, "
+        " SET type = ?2, height = ?3, class_id = ?4, left_polygon = ?5, right_polygon = ?6, label_x = ?7, "
+        "label_y = ?8, "
         "impedance_positive = ?9, impedance_negative = ?10, demand = ?11 WHERE fid = ?1");
     updateLineGeometry_ = connection_->prepare("UPDATE " + lines_.quoted() + " SET geom = ?2 WHERE fid = ?1");
   }

@@ -32,9 +32,13 @@ enum AnchorColumn {
 const char* const anchorColumns =
     "fid, visual_id, min_x, min_y, max_x, max_y, area, perimeter, impedance, demand, points, lines, polygons";
 
-bool isFinite(const Point& point) { return std::isfinite(point.x) && std::isfinite(point.y); }
+bool isFinite(const Point& point) {
+  return std::isfinite(point.x) && std::isfinite(point.y);
+}
 
-Box boxAt(const Point& point) { return {point.x, point.y, point.x, point.y}; }
+Box boxAt(const Point& point) {
+  return {point.x, point.y, point.x, point.y};
+}
 
 }  // namespace
 
@@ -107,7 +111,8 @@ Point2d* VectorStore::firstPoint() {
 
 Point2d* VectorStore::nextPoint() {
   if (!points_.exists()) return nullptr;
-  Statement* row = pointCursor_.next(*connection_, "SELECT fid, class_id, flag, geom FROM " + points_.quoted());
+  Statement* row =
+      pointCursor_.next(*connection_, "SELECT fid, class_id, flag, geom FROM " + points_.quoted());
   return row == nullptr ? nullptr : pointFrom(*row);
 }
 
@@ -142,7 +147,8 @@ Point3d* VectorStore::nextSample() {
   std::size_t size = 0;
   double z = 0;
   const std::uint8_t* blob = row->blob(1, size);
-  if (blob == nullptr || !decodePoint(blob, size, sample->x, sample->y, z)) sample->x = sample->y = z = kUnsetValue;
+  if (blob == nullptr || !decodePoint(blob, size, sample->x, sample->y, z))
+    sample->x = sample->y = z = kUnsetValue;
   sample->z = static_cast<float>(z);
   return sample.release();
 }
@@ -155,8 +161,8 @@ bool VectorStore::anchorTableExists() {
 void VectorStore::ensureAnchorTable() {
   ensureRegistered();
   if (anchorTableExists()) return;
-  connection_->execSchema("CREATE TABLE " + quotedName(anchorTable_) + " (fid INTEGER PRIMARY KEY NOT NULL, " +
-                          columnsOf(FeatureKind::anchors) + ")");
+  connection_->execSchema("CREATE TABLE " + quotedName(anchorTable_) +
+                          " (fid INTEGER PRIMARY KEY NOT NULL, " + columnsOf(FeatureKind::anchors) + ")");
   registerAttributeTable(*connection_, anchorTable_, QString::fromStdString(anchorTable_),
                          info_.title + QStringLiteral(": objects' places"));
   anchorTableKnown_ = 1;
@@ -166,9 +172,11 @@ bool VectorStore::insert(Anchor& anchor) {
   rethrowDeferred();
   flushAnchor();
   ensureAnchorTable();
-  if (lastAnchorId_ < 0) lastAnchorId_ = connection_->scalar("SELECT max(fid) FROM " + quotedName(anchorTable_));
+  if (lastAnchorId_ < 0)
+    lastAnchorId_ = connection_->scalar("SELECT max(fid) FROM " + quotedName(anchorTable_));
   anchor.id = static_cast<int>(++lastAnchorId_);
-  // An anchor often grows right after it was inserted: it is written when the next one comes, or is asked for.
+  // An anchor often grows right after it was inserted: it is written when the next one comes, or is asked
+  // for.
   pendingAnchor_ = std::make_unique<Anchor>(anchor);
   pendingAnchorIsNew_ = true;
   if (anchorTree_ != nullptr && !anchor.box.isInverted()) anchorTree_->add(anchor.id, anchor.box);
@@ -216,10 +224,11 @@ void VectorStore::flushAnchor() {
   if (!insertAnchor_) {
     insertAnchor_ = connection_->prepare("INSERT INTO " + quotedName(anchorTable_) + " (" + anchorColumns +
                                          ") VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12, ?13)");
-    updateAnchor_ = connection_->prepare(
-        "UPDATE " + quotedName(anchorTable_) +
-        " SET visual_id = ?2, min_x = ?3, min_y = ?4, max_x = ?5, max_y = ?6, area = ?7, perimeter = ?8, impedance = "
-        "?9, demand = ?10, points = ?11, lines = ?12, polygons = ?13 WHERE fid = ?1");
+    updateAnchor_ =
+        connection_->prepare("UPDATE " + quotedName(anchorTable_) +
+                             " SET visual_id = ?2, min_x = ?3, min_y = ?4, max_x = ?5, max_y = ?6, area = "
+                             "?7, perimeter = ?8, impedance = "
+                             "?9, demand = ?10, points = ?11, lines = ?12, polygons = ?13 WHERE fid = ?1");
   }
   Statement& statement = pendingAnchorIsNew_ ? insertAnchor_ : updateAnchor_;
   bindAnchor(statement, *anchor);
@@ -251,8 +260,8 @@ Anchor* VectorStore::anchor(int id) {
   if (pendingAnchor_ != nullptr && pendingAnchor_->id == id) return new Anchor(*pendingAnchor_);
   if (!anchorTableExists()) return nullptr;
   if (!selectAnchor_) {
-    selectAnchor_ = connection_->prepare(std::string("SELECT ") + anchorColumns + " FROM " + quotedName(anchorTable_) +
-                                         " WHERE fid = ?1");
+    selectAnchor_ = connection_->prepare(std::string("SELECT ") + anchorColumns + " FROM " +
+                                         quotedName(anchorTable_) + " WHERE fid = ?1");
   }
   selectAnchor_.bind(1, id);
   Anchor* found = selectAnchor_.step() ? anchorFrom(selectAnchor_) : nullptr;
@@ -269,8 +278,8 @@ Anchor* VectorStore::firstAnchor() {
 Anchor* VectorStore::nextAnchor() {
   if (!anchorTableExists()) return nullptr;
   flushAnchor();
-  Statement* row =
-      anchorCursor_.next(*connection_, std::string("SELECT ") + anchorColumns + " FROM " + quotedName(anchorTable_));
+  Statement* row = anchorCursor_.next(
+      *connection_, std::string("SELECT ") + anchorColumns + " FROM " + quotedName(anchorTable_));
   return row == nullptr ? nullptr : anchorFrom(*row);
 }
 
@@ -280,9 +289,10 @@ std::vector<std::int64_t> VectorStore::anchorCandidates(const Box& box) {
   if (!anchorTableExists()) return ids;
   if (anchorTree_ == nullptr) {
     anchorTree_ = std::make_unique<BoxTree>();
-    Statement all = connection_->prepare("SELECT fid, min_x, min_y, max_x, max_y FROM " + quotedName(anchorTable_) +
-                                         " WHERE min_x IS NOT NULL");
-    while (all.step()) anchorTree_->add(all.integer(0), Box(all.real(1), all.real(2), all.real(3), all.real(4)));
+    Statement all = connection_->prepare("SELECT fid, min_x, min_y, max_x, max_y FROM " +
+                                         quotedName(anchorTable_) + " WHERE min_x IS NOT NULL");
+    while (all.step())
+      anchorTree_->add(all.integer(0), Box(all.real(1), all.real(2), all.real(3), all.real(4)));
   }
   anchorTree_->find(box, ids);
   std::sort(ids.begin(), ids.end());

@@ -3,8 +3,8 @@
 
 #include "model/vector/vector_store.h"
 
-// The polygons of a vector. A polygon's row holds its outline and, as inner rings, those of its sons, so that other
-// programs see the area that is really its own; lines, father and sons stand beside it by identifier.
+// The polygons of a vector. A polygon's row holds its outline and, as inner rings, those of its sons, so that
+// other programs see the area that is really its own; lines, father and sons stand beside it by identifier.
 
 namespace kaldex {
 
@@ -146,8 +146,8 @@ SPolygon* VectorStore::polygon(int id) {
   SPolygon* polygon = polygonShells_.find(id);
   if (polygon != nullptr || !polygons_.exists()) return polygon;
   if (!selectPolygon_) {
-    selectPolygon_ = connection_->prepare(std::string("SELECT ") + polygonColumns + " FROM " + polygons_.quoted() +
-                                          " WHERE fid = ?1");
+    selectPolygon_ = connection_->prepare(std::string("SELECT ") + polygonColumns + " FROM " +
+                                          polygons_.quoted() + " WHERE fid = ?1");
   }
   selectPolygon_.bind(1, id);
   polygon = selectPolygon_.step() ? polygonFrom(selectPolygon_) : nullptr;
@@ -165,8 +165,8 @@ SPolygon* VectorStore::polygonCopy(int id) {
   SPolygon* live = polygonShells_.find(id);
   if (live != nullptr) writePolygon(*live);
   if (!polygons_.exists()) return nullptr;
-  Statement select = connection_->prepare(std::string("SELECT ") + polygonColumns + " FROM " + polygons_.quoted() +
-                                          " WHERE fid = ?1");
+  Statement select = connection_->prepare(std::string("SELECT ") + polygonColumns + " FROM " +
+                                          polygons_.quoted() + " WHERE fid = ?1");
   select.bind(1, id);
   if (!select.step()) return nullptr;
   auto copy = std::make_unique<SPolygon>();
@@ -182,8 +182,8 @@ SPolygon* VectorStore::firstPolygon() {
 
 SPolygon* VectorStore::nextPolygon() {
   if (!polygons_.exists()) return nullptr;
-  Statement* row =
-      polygonCursor_.next(*connection_, std::string("SELECT ") + polygonColumns + " FROM " + polygons_.quoted());
+  Statement* row = polygonCursor_.next(
+      *connection_, std::string("SELECT ") + polygonColumns + " FROM " + polygons_.quoted());
   return row == nullptr ? nullptr : polygonFrom(*row);
 }
 
@@ -191,7 +191,8 @@ void VectorStore::fill(SPolygon& polygon, Statement& row) {
   polygon.id = static_cast<int>(row.integer(polygonId));
   polygon.parentId = static_cast<int>(row.integer(polygonParent));
   polygon.classId = static_cast<int>(row.integer(polygonClass));
-  if (!row.isNull(polygonLabelX)) polygon.labelPoint = Point(row.real(polygonLabelX), row.real(polygonLabelY));
+  if (!row.isNull(polygonLabelX))
+    polygon.labelPoint = Point(row.real(polygonLabelX), row.real(polygonLabelY));
   polygon.area = row.real(polygonArea);
   polygon.perimeter = row.real(polygonPerimeter);
   const std::string lines = row.utf8(polygonLines);
@@ -225,7 +226,8 @@ SPolygon* VectorStore::polygonFrom(Statement& row) {
 bool VectorStore::loadOutline(int id, std::vector<double>& xy) {
   if (!polygons_.exists()) return false;
   if (!selectPolygonGeometry_) {
-    selectPolygonGeometry_ = connection_->prepare("SELECT geom FROM " + polygons_.quoted() + " WHERE fid = ?1");
+    selectPolygonGeometry_ =
+        connection_->prepare("SELECT geom FROM " + polygons_.quoted() + " WHERE fid = ?1");
   }
   selectPolygonGeometry_.bind(1, id);
   bool found = false;
@@ -256,11 +258,13 @@ void VectorStore::encodeWithSons(SPolygon& polygon) {
   const bool had = polygon.outline_ != nullptr;
   const Line* outline = polygon.outlineForUse();
   std::vector<Ring> rings;
-  if (outline != nullptr) rings.push_back({outline->coordinates(), static_cast<std::size_t>(outline->Size())});
+  if (outline != nullptr)
+    rings.push_back({outline->coordinates(), static_cast<std::size_t>(outline->Size())});
   std::deque<std::vector<double>> holes;
   for (int son : polygon.sons_) {
     holes.emplace_back();
-    if (polygon.sonOutline(son, holes.back())) rings.push_back({holes.back().data(), holes.back().size() / 2});
+    if (polygon.sonOutline(son, holes.back()))
+      rings.push_back({holes.back().data(), holes.back().size() / 2});
   }
   encodePolygon(blob_, polygons_.srsId(), polygon.box, rings);
   if (!had) polygon.doneWithOutline();
@@ -292,9 +296,10 @@ void VectorStore::writePolygon(SPolygon& polygon) {
   if (!insertPolygon_) {
     insertPolygon_ = connection_->prepare("INSERT INTO " + polygons_.quoted() + " (" + polygonColumns +
                                           ") VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10)");
-    const std::string update = "UPDATE " + polygons_.quoted() +
-                               " SET parent = ?2, class_id = ?3, label_x = ?4, label_y = ?5, area = ?6, perimeter = "
-                               "?7, lines = ?8, sons = ?9";
+    const std::string update =
+        "UPDATE " + polygons_.quoted() +
+        " SET parent = ?2, class_id = ?3, label_x = ?4, label_y = ?5, area = ?6, perimeter = "
+        "?7, lines = ?8, sons = ?9";
     updatePolygon_ = connection_->prepare(update + " WHERE fid = ?1");
     updatePolygonGeometry_ = connection_->prepare(update + ", geom = ?10 WHERE fid = ?1");
   }

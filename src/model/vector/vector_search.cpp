@@ -7,8 +7,9 @@
 #include "model/geometry/scan_line.h"
 #include "model/vector/vector_store.h"
 
-// Searches of a vector: candidates by box from the spatial index, in ascending identifier, then the exact test. Shells that a
-// search makes and doesn't hand out are deleted again, so that searching doesn't fill the memory.
+// Searches of a vector: candidates by box from the spatial index, in ascending identifier, then the exact
+// test. Shells that a search makes and doesn't hand out are deleted again, so that searching doesn't fill the
+// memory.
 
 inline namespace kaldex_v1 {
 
@@ -69,6 +70,17 @@ class Borrowed {
   bool wasLive_;
 };
 
+// Whether the shell was there before must be known before it is asked for.
+Borrowed<Line> borrowLine(kaldex::VectorStore& store, int id) {
+  const bool wasLive = store.liveLine(id);
+  return Borrowed<Line>(store.line(id), wasLive);
+}
+
+Borrowed<SPolygon> borrowPolygon(kaldex::VectorStore& store, int id) {
+  const bool wasLive = store.livePolygon(id) != nullptr;
+  return Borrowed<SPolygon>(store.polygon(id), wasLive);
+}
+
 }  // namespace
 
 int Vector::Lines(const Box& box, LineList& list, double, double) {
@@ -86,7 +98,7 @@ Line* Vector::FindLine(const Point& point, int* segment, float tolerance, float 
   int bestId = 0;
   for (std::int64_t candidate : store_->lineCandidates(around(point, reach))) {
     const int id = static_cast<int>(candidate);
-    const Borrowed<Line> line(store_->line(id), store_->liveLine(id));
+    const Borrowed<Line> line = borrowLine(*store_, id);
     if (line.get() == nullptr) continue;
     const NearestPlace place = nearestOn(*line.get(), point);
     if (place.square > reach * reach || place.square >= best.square) continue;
@@ -107,7 +119,7 @@ Line* Vector::FindLine(const Point& from, const Point& to) {
   int bestId = 0;
   for (std::int64_t candidate : store_->lineCandidates(around(from, reach))) {
     const int id = static_cast<int>(candidate);
-    const Borrowed<Line> line(store_->line(id), store_->liveLine(id));
+    const Borrowed<Line> line = borrowLine(*store_, id);
     if (line.get() == nullptr || line.get()->Size() == 0) continue;
     const double* first = line.get()->coordinates();
     const double* last = first + 2 * (line.get()->Size() - 1);
@@ -128,7 +140,7 @@ SPolygon* Vector::FindPolygon(const Point& point, double, double) {
   double smallest = std::numeric_limits<double>::infinity();
   for (std::int64_t candidate : store_->polygonCandidates(around(point, 0.0))) {
     const int id = static_cast<int>(candidate);
-    const Borrowed<SPolygon> polygon(store_->polygon(id), store_->livePolygon(id) != nullptr);
+    const Borrowed<SPolygon> polygon = borrowPolygon(*store_, id);
     if (polygon.get() == nullptr) continue;
     const short place = polygon.get()->Inside(point);
     if (place == 1 && borderId == 0) borderId = id;
@@ -166,7 +178,7 @@ Point2d* Vector::FindNode(const Point& point, float tolerance) {
   Point2d node;
   for (std::int64_t candidate : store_->lineCandidates(around(point, reach))) {
     const int id = static_cast<int>(candidate);
-    const Borrowed<Line> line(store_->line(id), store_->liveLine(id));
+    const Borrowed<Line> line = borrowLine(*store_, id);
     if (line.get() == nullptr || line.get()->Size() == 0) continue;
     const double* xy = line.get()->coordinates();
     for (int end : {0, line.get()->Size() - 1}) {
@@ -177,14 +189,15 @@ Point2d* Vector::FindNode(const Point& point, float tolerance) {
     }
   }
   if (!std::isfinite(best)) return nullptr;
-  // A line's end becomes a node with an identifier of its own when it is first found; storing it is the caller's matter.
+  // A line's end becomes a node with an identifier of its own when it is first found; storing it is the
+  // caller's matter.
   if (Point2d* known = FindPoint2d(node, 0.0f)) return known;
   node.id = store_->newPointId();
   return store_->handOut(node);
 }
 
-int Vector::Anchors(const Box& box, AnchorList& list, short wantPoints, short wantLines, short wantPolygons, double,
-                    double) {
+int Vector::Anchors(const Box& box, AnchorList& list, short wantPoints, short wantLines, short wantPolygons,
+                    double, double) {
   for (std::int64_t id : store_->anchorCandidates(box)) {
     std::unique_ptr<Anchor> anchor(store_->anchor(static_cast<int>(id)));
     if (anchor == nullptr) continue;
@@ -197,13 +210,13 @@ int Vector::Anchors(const Box& box, AnchorList& list, short wantPoints, short wa
     }
     if (wantLines != 0 && !meets) {
       for (int piece : anchor->lines) {
-        const Borrowed<Line> line(store_->line(piece), store_->liveLine(piece));
+        const Borrowed<Line> line = borrowLine(*store_, piece);
         meets = meets || (line.get() != nullptr && line.get()->box.intersects(box));
       }
     }
     if (wantPolygons != 0 && !meets) {
       for (int piece : anchor->polygons) {
-        const Borrowed<SPolygon> polygon(store_->polygon(piece), store_->livePolygon(piece) != nullptr);
+        const Borrowed<SPolygon> polygon = borrowPolygon(*store_, piece);
         meets = meets || (polygon.get() != nullptr && polygon.get()->box.intersects(box));
       }
     }

@@ -1,7 +1,7 @@
 #include "model/vector/vector_store.h"
 
-#include <QFileInfo>
 #include <QDir>
+#include <QFileInfo>
 #include <algorithm>
 
 #include "kaldex/model/catalog.h"
@@ -16,7 +16,8 @@ int spatialReferenceOf(SqliteConnection& connection, const SProjection* projecti
   return registerSpatialReference(connection, *projection);
 }
 
-FeatureTable::Definition definitionOf(SqliteConnection& connection, const VectorStore::Info& info, FeatureKind kind) {
+FeatureTable::Definition definitionOf(SqliteConnection& connection, const VectorStore::Info& info,
+                                      FeatureKind kind) {
   FeatureTable::Definition definition;
   FeatureTableRegistration& registration = definition.registration;
   registration.name = featureTableName(representationBase(info.name, info.layerId), info.kind, kind);
@@ -27,7 +28,9 @@ FeatureTable::Definition definitionOf(SqliteConnection& connection, const Vector
   registration.box = info.box;
   definition.columns = columnsOf(kind);
   const SProjection* projection = info.projection;
-  definition.spatialReference = [&connection, projection] { return spatialReferenceOf(connection, projection); };
+  definition.spatialReference = [&connection, projection] {
+    return spatialReferenceOf(connection, projection);
+  };
   return definition;
 }
 
@@ -90,7 +93,8 @@ void VectorStore::registerRepresentation() {
   beginChange();
   if (!connection_->tableExists("kdx_vectors")) {
     connection_->execSchema(
-        "CREATE TABLE kdx_vectors (layer_id INTEGER NOT NULL, kind INTEGER NOT NULL, base_name TEXT NOT NULL, "
+        "CREATE TABLE kdx_vectors (layer_id INTEGER NOT NULL, kind INTEGER NOT NULL, base_name TEXT NOT "
+        "NULL, "
         "PRIMARY KEY (layer_id, kind))");
     registerAttributeTable(*connection_, "kdx_vectors", QStringLiteral("kdx_vectors"),
                            QStringLiteral("Vector representations of layers"));
@@ -177,8 +181,12 @@ long long VectorStore::polygonCount() {
   flushRows();
   return polygons_.count();
 }
-long long VectorStore::pointCount() { return points_.count(); }
-long long VectorStore::sampleCount() { return samples_.count(); }
+long long VectorStore::pointCount() {
+  return points_.count();
+}
+long long VectorStore::sampleCount() {
+  return samples_.count();
+}
 long long VectorStore::anchorCount() {
   flushAnchor();
   return anchorTableExists() ? connection_->scalar("SELECT count(*) FROM " + quotedName(anchorTable_)) : 0;

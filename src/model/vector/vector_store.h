@@ -48,7 +48,6 @@ class VectorStore : public TransactionListener {
   // Lines
   bool adopt(Line& line);
   Line* line(int id);
-  Line* line(int id);
   Line* firstLine();
   Line* nextLine();
   /// The live shell of that line when its points are in memory, else null; reads nothing.
@@ -159,7 +158,8 @@ class VectorStore : public TransactionListener {
 
   ShellRegistry<Line> lineShells_;
   ShellRegistry<SPolygon> polygonShells_;
-  /// New lines that nobody has given back yet, oldest first; past a limit their points are stored and dropped.
+  /// New lines that nobody has given back yet, oldest first; past a limit their points are stored and
+  /// dropped.
   std::deque<int> unreleased_;
   /// The 2D points handed out last; a caller may rely on the most recent few hundred.
   std::deque<std::unique_ptr<Point2d>> handedOut_;
