@@ -20,13 +20,14 @@ KALDEX_MODEL_API std::unique_ptr<SProjection> projectionFromText(const QString& 
 enum class WktVariant { gdal1, esri1, wkt2 };
 
 /// The projection as one line of WKT; empty when there is none (type NONE, no usable datum or parameters).
-/// The ESRI variant has no place for datum shifts, and the type BIPOLAR exists in WKT 2 only.
+/// The ESRI variant has no place for datum shifts, nor for the type BIPOLAR, which gives an empty text there.
 KALDEX_MODEL_API QString projectionToWkt(const SProjection& projection, WktVariant variant);
 
 /// The projection as a PROJ string ending in "+type=crs"; empty when there is none.
 KALDEX_MODEL_API QString projectionToProj4(const SProjection& projection);
 
-/// The EPSG code of exactly this reference system, or 0. The search takes some milliseconds.
+/// The EPSG code of exactly this reference system, or 0. Without a kept code the search takes up to some 0.1
+/// s.
 KALDEX_MODEL_API int projectionEpsgCode(const SProjection& projection);
 
 }  // namespace kaldex_v1

@@ -112,6 +112,8 @@ QByteArray projOperationText(const ProjectionParameters& p) {
   const bool inMetres = (p.type >= ProjectionType::utm && p.type <= ProjectionType::miller) ||
                         p.type == ProjectionType::sinusoidal;
   if (!inMetres) return QByteArray();
+  // Bipolar has everything fixed, the origin too.
+  if (p.type == ProjectionType::bipolar) return methodText(p).ellipsoid(p.datum).text();
   const bool utm = p.type == ProjectionType::utm;
   return methodText(p)
       .length("x_0", utm ? utmFalseEasting(p) : p.falseEasting)
