@@ -5,6 +5,7 @@
 #include <cmath>
 #include <cstdint>
 #include <iterator>
+#include <string_view>
 
 #include "kaldex/model/geometry.h"
 
@@ -58,35 +59,36 @@ int signOfLetter(QChar letter, short kind) {
 }
 
 /// The four parts of an angle text, cut at blanks; false if there are fewer or more.
-bool cutParts(const QString& text, QByteArray (&parts)[4]) {
-  const QByteArray bytes = text.trimmed().toLatin1();
+bool cutParts(std::string_view text, std::string_view (&parts)[4]) {
   int count = 0;
-  for (int at = 0; at < bytes.size();) {
+  while (true) {
+    text.remove_prefix(std::min(text.find_first_not_of(' '), text.size()));
+    if (text.empty()) return count == 4;
     if (count == 4) return false;
-    const int blank = bytes.indexOf(' ', at);
-    const int end = blank < 0 ? bytes.size() : blank;
-    parts[count++] = bytes.mid(at, end - at);
-    for (at = end; at < bytes.size() && bytes[at] == ' ';) ++at;
+    parts[count] = text.substr(0, text.find(' '));
+    text.remove_prefix(parts[count++].size());
   }
-  return count == 4;
 }
 
-bool readWhole(const QByteArray& part, int limit, short& value) {
+template <class Number, class... Format>
+bool readAll(std::string_view part, Number& value, Format... format) {
+  const char* end = part.data() + part.size();
+  const auto result = std::from_chars(part.data(), end, value, format...);
+  return result.ec == std::errc() && result.ptr == end;
+}
+
+bool readWhole(std::string_view part, int limit, short& value) {
   int number = -1;
-  const char* end = part.constData() + part.size();
-  const auto result = std::from_chars(part.constData(), end, number);
-  if (result.ec != std::errc() || result.ptr != end || number < 0 || number > limit) return false;
+  if (!readAll(part, number) || number < 0 || number > limit) return false;
   value = static_cast<short>(number);
   return true;
 }
 
-bool readSeconds(const QByteArray& part, double& value) {
-  const auto fits = [](char c) { return (c >= '0' && c <= '9') || c == '.'; };
-  if (part.isEmpty() || !std::all_of(part.begin(), part.end(), fits)) return false;
-  const char* end = part.constData() + part.size();
-  const auto result = std::from_chars(part.constData(), end, value, std::chars_format::fixed);
+bool readSeconds(std::string_view part, double& value) {
+  // A sign, a word or an exponent is a number elsewhere, but no seconds.
+  if (part.find_first_not_of("0123456789.") != std::string_view::npos) return false;
   // Writers that round seconds on their own print 60.00; it is a plain value to read.
-  return result.ec == std::errc() && result.ptr == end && value <= 60.0;
+  return readAll(part, value, std::chars_format::fixed) && value <= 60.0;
 }
 
 }  // namespace
@@ -113,8 +115,11 @@ const QString& Encode(double angle, short kind, QString& text, bool portugueseLe
 double Decode(const QString& text, short kind, short& degrees, short& minutes, double& seconds) {
   degrees = minutes = 0;
   seconds = 0.0;
-  QByteArray parts[4];
-  if (!cutParts(text, parts) || parts[0].size() != 1) return kUnsetValue;
+  const QByteArray bytes = text.toLatin1();
+  std::string_view parts[4];
+  if (!cutParts({bytes.constData(), static_cast<std::size_t>(bytes.size())}, parts) || parts[0].size() != 1) {
+    return kUnsetValue;
+  }
   const int sign = signOfLetter(QChar::fromLatin1(parts[0][0]), kind);
   const int limit = kind == kLatitudeKind ? 90 : 180;
   short wholeDegrees = 0, wholeMinutes = 0;

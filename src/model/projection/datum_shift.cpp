@@ -8,20 +8,26 @@ namespace kaldex {
 namespace {
 
 /// Longitude and latitude of a place near the ellipsoid. Bowring's formula is good to a hundredth of a
-/// millimetre at once for places this close; the second round brings it to the last digits.
+/// millimetre at once for places this close; the second round brings it to the last digits. Angles stay sides
+/// of a triangle until the end, which spares their sines.
 void geographicOf(const Geocentric& place, const Datum& datum, double& longitude, double& latitude) {
   const double a = datum.radius();
   const double b = a * (1.0 - datum.flattening());
   const double e2 = datum.flattening() * (2.0 - datum.flattening());
   const double secondE2 = e2 / (1.0 - e2);
-  const double fromAxis = std::hypot(place.x, place.y);
-  double reduced = std::atan2(place.z * a, fromAxis * b);
+  const double fromAxis = std::sqrt(place.x * place.x + place.y * place.y);
+  double up = 0.0, out = 0.0;
+  double sine = place.z * a, cosine = fromAxis * b;
   for (int round = 0; round < 2; ++round) {
-    const double sine = std::sin(reduced), cosine = std::cos(reduced);
-    latitude =
-        std::atan2(place.z + secondE2 * b * sine * sine * sine, fromAxis - e2 * a * cosine * cosine * cosine);
-    reduced = std::atan2(b * std::sin(latitude), a * std::cos(latitude));
+    const double length = std::sqrt(sine * sine + cosine * cosine);
+    sine /= length;
+    cosine /= length;
+    up = place.z + secondE2 * b * sine * sine * sine;
+    out = fromAxis - e2 * a * cosine * cosine * cosine;
+    sine = b * up;
+    cosine = a * out;
   }
+  latitude = std::atan2(up, out);
   const double around = std::atan2(place.y, place.x);
   // Longitudes counted on beyond 180 degrees stay in their turn.
   longitude = around + 2.0 * kPi * std::round((longitude - around) / (2.0 * kPi));
