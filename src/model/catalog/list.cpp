@@ -38,13 +38,19 @@ int List::Append(SObject* item) {
 int List::Insert(SObject* item) { return Append(item); }
 
 int List::Remove() {
-  if (items_.empty()) return 0;
+  SObject* item = Take();
+  if (item == nullptr) return 0;
+  if (ownsItems()) delete item;
+  return 1;
+}
+
+SObject* List::Take() {
+  if (items_.empty()) return nullptr;
   if (current() == nullptr) cursor_ = 0;
   SObject* item = current();
   items_.erase(items_.begin() + cursor_);
   if (cursor_ >= Size()) cursor_ = Size() - 1;
-  if (ownsItems()) delete item;
-  return 1;
+  return item;
 }
 
 void List::Kill() {

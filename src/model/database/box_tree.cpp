@@ -18,10 +18,16 @@ float roundedUp(double value) {
   return rounded < value ? std::nextafter(rounded, std::numeric_limits<float>::infinity()) : rounded;
 }
 
-std::size_t divideUp(std::size_t a, std::size_t b) { return (a + b - 1) / b; }
+std::size_t divideUp(std::size_t a, std::size_t b) {
+  return (a + b - 1) / b;
+}
 
-bool byX(const BoxEntry& a, const BoxEntry& b) { return a.box.x1 + a.box.x2 < b.box.x1 + b.box.x2; }
-bool byY(const BoxEntry& a, const BoxEntry& b) { return a.box.y1 + a.box.y2 < b.box.y1 + b.box.y2; }
+bool byX(const BoxEntry& a, const BoxEntry& b) {
+  return a.box.x1 + a.box.x2 < b.box.x1 + b.box.x2;
+}
+bool byY(const BoxEntry& a, const BoxEntry& b) {
+  return a.box.y1 + a.box.y2 < b.box.y1 + b.box.y2;
+}
 
 }  // namespace
 
@@ -44,8 +50,8 @@ void sortTileRecursive(std::vector<BoxEntry>& entries, std::size_t capacity) {
   std::sort(entries.begin(), entries.end(), byX);
   for (std::size_t start = 0; start < entries.size(); start += sliceSize) {
     const std::size_t end = std::min(start + sliceSize, entries.size());
-    std::sort(entries.begin() + static_cast<std::ptrdiff_t>(start), entries.begin() + static_cast<std::ptrdiff_t>(end),
-              byY);
+    std::sort(entries.begin() + static_cast<std::ptrdiff_t>(start),
+              entries.begin() + static_cast<std::ptrdiff_t>(end), byY);
   }
 }
 
@@ -63,8 +69,8 @@ std::vector<BoxEntry> BoxTree::take() {
 }
 
 bool BoxTree::move(std::int64_t id, const Box& box) {
-  const auto entry =
-      std::find_if(entries_.begin(), entries_.end(), [id](const BoxEntry& candidate) { return candidate.id == id; });
+  const auto entry = std::find_if(entries_.begin(), entries_.end(),
+                                  [id](const BoxEntry& candidate) { return candidate.id == id; });
   if (entry == entries_.end()) return false;
   entry->box = FloatBox::around(box);
   levels_.clear();
@@ -90,7 +96,8 @@ void BoxTree::pack() {
   } while (boxes.size() > 1);
 }
 
-void BoxTree::search(std::size_t level, std::size_t node, const FloatBox& box, std::vector<std::int64_t>& ids) const {
+void BoxTree::search(std::size_t level, std::size_t node, const FloatBox& box,
+                     std::vector<std::int64_t>& ids) const {
   if (!levels_[level][node].meets(box)) return;
   const std::size_t first = node * capacity;
   if (level == 0) {

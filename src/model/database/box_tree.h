@@ -25,12 +25,13 @@ struct BoxEntry {
   FloatBox box;
 };
 
-/// Entries of a tree in sort-tile-recursive order (Leutenegger, Lopez and Edgington 1997): sorted by the centre's x, cut
-/// into vertical slices, each slice sorted by the centre's y. Every `capacity` consecutive entries make a leaf.
+/// Entries of a tree in sort-tile-recursive order (Leutenegger, Lopez and Edgington 1997): sorted by the
+/// centre's x, cut into vertical slices, each slice sorted by the centre's y. Every `capacity` consecutive
+/// entries make a leaf.
 void sortTileRecursive(std::vector<BoxEntry>& entries, std::size_t capacity);
 
-/// A set of boxes in memory that can be asked while it grows. The bulk lies in a packed tree; what came since it was
-/// packed is searched one by one until there is enough of it to pack again.
+/// A set of boxes in memory that can be asked while it grows. The bulk lies in a packed tree; what came since
+/// it was packed is searched one by one until there is enough of it to pack again.
 class BoxTree {
  public:
   void add(std::int64_t id, const Box& box) { entries_.push_back({id, FloatBox::around(box)}); }

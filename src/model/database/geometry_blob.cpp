@@ -19,7 +19,9 @@ constexpr std::size_t headerSize = 8;
 constexpr std::size_t envelopeSize = 32;
 constexpr std::uint32_t wkbPoint = 1, wkbLine = 2, wkbPolygon = 3, wkbPointZ = 1001;
 
-void swapBytes(std::uint8_t* bytes, std::size_t size) { std::reverse(bytes, bytes + size); }
+void swapBytes(std::uint8_t* bytes, std::size_t size) {
+  std::reverse(bytes, bytes + size);
+}
 
 /// Appends little-endian values to a buffer whose final size is known.
 class BlobWriter {
@@ -133,7 +135,8 @@ class BlobReader {
   }
   bool skipPoints(std::size_t stride) {
     std::uint32_t count = 0;
-    return integer(count) && count <= left() / (stride * sizeof(double)) && skip(count * stride * sizeof(double));
+    return integer(count) && count <= left() / (stride * sizeof(double)) &&
+           skip(count * stride * sizeof(double));
   }
 
  private:

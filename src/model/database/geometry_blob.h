@@ -7,8 +7,9 @@
 
 #include "kaldex/model/geometry.h"
 
-// GeoPackage geometry binary (OGC 12-128r18, 2.1.3): a header with the envelope, then WKB. Written little-endian; read
-// in either byte order, with or without Z and M, with any envelope, since other programs may have edited the file.
+// GeoPackage geometry binary (OGC 12-128r18, 2.1.3): a header with the envelope, then WKB. Written
+// little-endian; read in either byte order, with or without Z and M, with any envelope, since other programs
+// may have edited the file.
 
 namespace kaldex {
 
@@ -19,14 +20,15 @@ struct Ring {
   std::size_t count;
 };
 
-/// Each replaces the content of `out`. `box` is the envelope, as SQLite's index and other programs will see it.
+/// Each replaces the content of `out`. `box` is the envelope, as SQLite's index and other programs will see
+/// it.
 void encodeLine(Bytes& out, int srsId, const Box& box, Ring points);
 void encodePolygon(Bytes& out, int srsId, const Box& box, const std::vector<Ring>& rings);
 void encodePoint(Bytes& out, int srsId, double x, double y);
 void encodePointZ(Bytes& out, int srsId, double x, double y, double z);
 
-/// Each returns false for bytes that are not such a geometry, or claim more than there is. Z and M are passed over but for
-/// decodePoint, which gives z (kUnsetValue without one).
+/// Each returns false for bytes that are not such a geometry, or claim more than there is. Z and M are passed
+/// over but for decodePoint, which gives z (kUnsetValue without one).
 bool decodeLine(const std::uint8_t* blob, std::size_t size, std::vector<double>& xy);
 /// One ring of a polygon, counted from 0, the outer one first.
 bool decodeRing(const std::uint8_t* blob, std::size_t size, std::size_t ring, std::vector<double>& xy);

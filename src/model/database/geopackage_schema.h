@@ -20,7 +20,7 @@ bool isGeoPackage(SqliteConnection& connection);
 /// is exact, a number from 100000 otherwise, -1 for the undefined plane.
 int registerSpatialReference(SqliteConnection& connection, const SProjection& projection);
 
-struct FeatureTable {
+struct FeatureTableRegistration {
   std::string name;
   QString identifier;   ///< shown by other programs; must be unique
   QString description;
@@ -31,7 +31,7 @@ struct FeatureTable {
 };
 
 /// Registers a table with a geometry column "geom" (which the caller has made).
-void registerFeatureTable(SqliteConnection& connection, const FeatureTable& table);
+void registerFeatureTable(SqliteConnection& connection, const FeatureTableRegistration& table);
 /// Registers an ordinary table, so that other programs list it.
 void registerAttributeTable(SqliteConnection& connection, const std::string& name, const QString& identifier,
                             const QString& description);

@@ -36,8 +36,9 @@ void measureFunction(sqlite3_context* context, int, sqlite3_value** arguments) {
   }
 }
 
-// SQLite's R*Tree module: a node holds at most 51 cells of 24 bytes (two-dimensional, single precision) behind 4 bytes
-// of header. Nodes are packed a little less than full, so that a later edit doesn't split every node it touches.
+// SQLite's R*Tree module: a node holds at most 51 cells of 24 bytes (two-dimensional, single precision)
+// behind 4 bytes of header. Nodes are packed a little less than full, so that a later edit doesn't split
+// every node it touches.
 constexpr std::size_t cellSize = 24;
 constexpr std::size_t nodeHeaderSize = 4;
 constexpr std::size_t maxCells = 51;
@@ -61,7 +62,8 @@ class PackedTreeWriter {
  public:
   PackedTreeWriter(SqliteConnection& connection, const std::string& tree)
       : connection_(connection),
-        insertNode_(connection.prepare("INSERT OR REPLACE INTO " + quotedName(tree + "_node") + " VALUES (?1, ?2)")),
+        insertNode_(
+            connection.prepare("INSERT OR REPLACE INTO " + quotedName(tree + "_node") + " VALUES (?1, ?2)")),
         insertParent_(connection.prepare("INSERT INTO " + quotedName(tree + "_parent") + " VALUES (?1, ?2)")),
         insertRow_(connection.prepare("INSERT INTO " + quotedName(tree + "_rowid") + " VALUES (?1, ?2)")) {
     const std::string sql = "SELECT length(data) FROM " + quotedName(tree + "_node") + " WHERE nodeno = 1";
@@ -89,9 +91,8 @@ class PackedTreeWriter {
   std::vector<BoxEntry> writeLeaves(std::vector<BoxEntry>& entries) {
     std::vector<std::pair<std::int64_t, std::int64_t>> homes;
     homes.reserve(entries.size());
-    std::vector<BoxEntry> nodes = cut(entries, 0, [&](const BoxEntry& entry, std::int64_t node) {
-      homes.emplace_back(entry.id, node);
-    });
+    std::vector<BoxEntry> nodes = cut(
+        entries, 0, [&](const BoxEntry& entry, std::int64_t node) { homes.emplace_back(entry.id, node); });
     // Appending in key order is several times cheaper than inserting all over the table.
     std::sort(homes.begin(), homes.end());
     for (const auto& home : homes) {
@@ -161,21 +162,27 @@ struct TriggerText {
 
 const TriggerText triggerTexts[] = {
     {"insert",
-     "AFTER INSERT ON %t WHEN (NEW.geom NOT NULL AND NOT ST_IsEmpty(NEW.geom)) BEGIN INSERT OR REPLACE INTO %r VALUES "
+     "AFTER INSERT ON %t WHEN (NEW.geom NOT NULL AND NOT ST_IsEmpty(NEW.geom)) BEGIN INSERT OR REPLACE INTO "
+     "%r VALUES "
      "(NEW.fid, ST_MinX(NEW.geom), ST_MaxX(NEW.geom), ST_MinY(NEW.geom), ST_MaxY(NEW.geom)); END"},
     {"update1",
-     "AFTER UPDATE OF geom ON %t WHEN OLD.fid = NEW.fid AND (NEW.geom NOTNULL AND NOT ST_IsEmpty(NEW.geom)) BEGIN "
+     "AFTER UPDATE OF geom ON %t WHEN OLD.fid = NEW.fid AND (NEW.geom NOTNULL AND NOT ST_IsEmpty(NEW.geom)) "
+     "BEGIN "
      "INSERT OR REPLACE INTO %r VALUES (NEW.fid, ST_MinX(NEW.geom), ST_MaxX(NEW.geom), ST_MinY(NEW.geom), "
      "ST_MaxY(NEW.geom)); END"},
     {"update2",
-     "AFTER UPDATE OF geom ON %t WHEN OLD.fid = NEW.fid AND (NEW.geom ISNULL OR ST_IsEmpty(NEW.geom)) BEGIN DELETE FROM "
+     "AFTER UPDATE OF geom ON %t WHEN OLD.fid = NEW.fid AND (NEW.geom ISNULL OR ST_IsEmpty(NEW.geom)) BEGIN "
+     "DELETE FROM "
      "%r WHERE id = OLD.fid; END"},
     {"update3",
-     "AFTER UPDATE ON %t WHEN OLD.fid != NEW.fid AND (NEW.geom NOTNULL AND NOT ST_IsEmpty(NEW.geom)) BEGIN DELETE FROM "
-     "%r WHERE id = OLD.fid; INSERT OR REPLACE INTO %r VALUES (NEW.fid, ST_MinX(NEW.geom), ST_MaxX(NEW.geom), "
+     "AFTER UPDATE ON %t WHEN OLD.fid != NEW.fid AND (NEW.geom NOTNULL AND NOT ST_IsEmpty(NEW.geom)) BEGIN "
+     "DELETE FROM "
+     "%r WHERE id = OLD.fid; INSERT OR REPLACE INTO %r VALUES (NEW.fid, ST_MinX(NEW.geom), "
+     "ST_MaxX(NEW.geom), "
      "ST_MinY(NEW.geom), ST_MaxY(NEW.geom)); END"},
     {"update4",
-     "AFTER UPDATE ON %t WHEN OLD.fid != NEW.fid AND (NEW.geom ISNULL OR ST_IsEmpty(NEW.geom)) BEGIN DELETE FROM %r "
+     "AFTER UPDATE ON %t WHEN OLD.fid != NEW.fid AND (NEW.geom ISNULL OR ST_IsEmpty(NEW.geom)) BEGIN DELETE "
+     "FROM %r "
      "WHERE id IN (OLD.fid, NEW.fid); END"},
     {"delete", "AFTER DELETE ON %t WHEN OLD.geom NOT NULL BEGIN DELETE FROM %r WHERE id = OLD.fid; END"},
 };
@@ -209,8 +216,9 @@ void registerGeometryFunctions(sqlite3* handle) {
                    {"ST_MaxY", Measure::maxY}};
   for (const auto& function : functions) {
     void* data = reinterpret_cast<void*>(static_cast<std::intptr_t>(function.measure));
-    sqlite3_create_function_v2(handle, function.name, 1, SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, data,
-                               measureFunction, nullptr, nullptr, nullptr);
+    sqlite3_create_function_v2(handle, function.name, 1,
+                               SQLITE_UTF8 | SQLITE_DETERMINISTIC | SQLITE_INNOCUOUS, data, measureFunction,
+                               nullptr, nullptr, nullptr);
   }
 }
 
@@ -284,12 +292,14 @@ void SpatialIndex::gatherFromTable() {
 }
 
 void SpatialIndex::createTree() {
-  connection_.execSchema("CREATE VIRTUAL TABLE " + quotedName(tree_) + " USING rtree(id, minx, maxx, miny, maxy)");
+  connection_.execSchema("CREATE VIRTUAL TABLE " + quotedName(tree_) +
+                         " USING rtree(id, minx, maxx, miny, maxy)");
 }
 
 void SpatialIndex::registerTree() {
   Statement insert = connection_.prepare(
-      "INSERT INTO gpkg_extensions (table_name, column_name, extension_name, definition, scope) VALUES (?1, 'geom', "
+      "INSERT INTO gpkg_extensions (table_name, column_name, extension_name, definition, scope) VALUES (?1, "
+      "'geom', "
       "'gpkg_rtree_index', 'http://www.geopackage.org/spec120/#extension_rtree', 'write-only')");
   insert.bind(1, table_);
   insert.run();
@@ -329,7 +339,8 @@ void SpatialIndex::readStored(std::vector<BoxEntry>& entries) {
 }
 
 void SpatialIndex::insertOneByOne(const std::vector<BoxEntry>& entries) {
-  Statement insert = connection_.prepare("INSERT OR REPLACE INTO " + quotedName(tree_) + " VALUES (?1, ?2, ?3, ?4, ?5)");
+  Statement insert =
+      connection_.prepare("INSERT OR REPLACE INTO " + quotedName(tree_) + " VALUES (?1, ?2, ?3, ?4, ?5)");
   for (const BoxEntry& entry : entries) {
     insert.bind(1, entry.id);
     insert.bind(2, static_cast<double>(entry.box.x1));

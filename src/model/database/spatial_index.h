@@ -9,15 +9,16 @@
 
 namespace kaldex {
 
-/// Register ST_IsEmpty, ST_MinX, ST_MaxX, ST_MinY and ST_MaxY, which the triggers of a GeoPackage's spatial indexes call.
+/// Register ST_IsEmpty, ST_MinX, ST_MaxX, ST_MinY and ST_MaxY, which the triggers of a GeoPackage's spatial
+/// indexes call.
 void registerGeometryFunctions(sqlite3* handle);
 
-/// The spatial index of one feature table (key "fid", geometry "geom"): the GeoPackage extension gpkg_rtree_index, an
-/// R*Tree kept in step by triggers for whoever else edits the table.
+/// The spatial index of one feature table (key "fid", geometry "geom"): the GeoPackage extension
+/// gpkg_rtree_index, an R*Tree kept in step by triggers for whoever else edits the table.
 ///
-/// Our own changes go past the triggers: the first one takes them away, boxes gather in memory, and `store` writes
-/// them, packing the whole tree anew when many came, and puts the triggers back. Between the two, and within the same
-/// transaction, `find` asks both the stored tree and what gathered.
+/// Our own changes go past the triggers: the first one takes them away, boxes gather in memory, and `store`
+/// writes them, packing the whole tree anew when many came, and puts the triggers back. Between the two, and
+/// within the same transaction, `find` asks both the stored tree and what gathered.
 class SpatialIndex {
  public:
   SpatialIndex(SqliteConnection& connection, std::string table);

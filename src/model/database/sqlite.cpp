@@ -29,7 +29,8 @@ SException::Kind kindOf(int code) {
 
 Statement::Statement(sqlite3* handle, const std::string& sql) : handle_(handle) {
   const int size = static_cast<int>(sql.size()) + 1;
-  if (sqlite3_prepare_v3(handle, sql.c_str(), size, SQLITE_PREPARE_PERSISTENT, &statement_, nullptr) != SQLITE_OK) {
+  if (sqlite3_prepare_v3(handle, sql.c_str(), size, SQLITE_PREPARE_PERSISTENT, &statement_, nullptr) !=
+      SQLITE_OK) {
     throwError(handle);
   }
 }
@@ -47,7 +48,8 @@ void Statement::bind(int parameter, const QString& value) {
 }
 
 void Statement::bind(int parameter, const std::string& value) {
-  check(sqlite3_bind_text(statement_, parameter, value.data(), static_cast<int>(value.size()), SQLITE_TRANSIENT));
+  check(sqlite3_bind_text(statement_, parameter, value.data(), static_cast<int>(value.size()),
+                          SQLITE_TRANSIENT));
 }
 
 void Statement::bindBorrowedText(int parameter, const char* text, size_t size) {
@@ -97,9 +99,13 @@ const unsigned char* Statement::blob(int column, size_t& size) const {
   return static_cast<const unsigned char*>(data);
 }
 
-void Statement::fail() const { throwError(handle_); }
+void Statement::fail() const {
+  throwError(handle_);
+}
 
-SqliteConnection::SqliteConnection(sqlite3* borrowed) : handle_(borrowed) { configure(); }
+SqliteConnection::SqliteConnection(sqlite3* borrowed) : handle_(borrowed) {
+  configure();
+}
 
 SqliteConnection::SqliteConnection(const QString& path) : owned_(true) {
   const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
@@ -117,8 +123,9 @@ SqliteConnection::~SqliteConnection() {
 }
 
 void SqliteConnection::configure() {
-  // The rollback journal beats WAL for one bulk load; NORMAL keeps a killed process harmless. 16 MiB of page cache is
-  // enough for appending and keeps an import's memory flat. Statement journals of the blocks stay in memory.
+  // The rollback journal beats WAL for one bulk load; NORMAL keeps a killed process harmless. 16 MiB of page
+  // cache is enough for appending and keeps an import's memory flat. Statement journals of the blocks stay in
+  // memory.
   exec("PRAGMA journal_mode=DELETE");
   exec("PRAGMA synchronous=NORMAL");
   exec("PRAGMA cache_size=-16384");
@@ -213,7 +220,9 @@ void SqliteConnection::endBlock(bool keep) {
   notifyRollback();
 }
 
-void SqliteConnection::addListener(TransactionListener* listener) { listeners_.push_back(listener); }
+void SqliteConnection::addListener(TransactionListener* listener) {
+  listeners_.push_back(listener);
+}
 
 void SqliteConnection::removeListener(TransactionListener* listener) {
   listeners_.erase(std::remove(listeners_.begin(), listeners_.end(), listener), listeners_.end());
@@ -241,8 +250,14 @@ std::string quoted(const std::string& text, char quote) {
 
 }  // namespace
 
-std::string quotedName(const QString& name) { return quoted(name.toStdString(), '"'); }
-std::string quotedName(const std::string& name) { return quoted(name, '"'); }
-std::string quotedText(const QString& text) { return quoted(text.toStdString(), '\''); }
+std::string quotedName(const QString& name) {
+  return quoted(name.toStdString(), '"');
+}
+std::string quotedName(const std::string& name) {
+  return quoted(name, '"');
+}
+std::string quotedText(const QString& text) {
+  return quoted(text.toStdString(), '\'');
+}
 
 }  // namespace kaldex

@@ -23,8 +23,8 @@ class Statement {
 
   explicit operator bool() const { return statement_ != nullptr; }
 
-  /// Parameters are counted from 1, columns from 0. Texts and blobs bound are borrowed until the next reset or step to the
-  /// end, except QString and std::string, which are copied.
+  /// Parameters are counted from 1, columns from 0. Texts and blobs bound are borrowed until the next reset
+  /// or step to the end, except QString and std::string, which are copied.
   void bind(int parameter, std::int64_t value) { check(sqlite3_bind_int64(statement_, parameter, value)); }
   void bind(int parameter, int value) { check(sqlite3_bind_int64(statement_, parameter, value)); }
   void bind(int parameter, double value) { check(sqlite3_bind_double(statement_, parameter, value)); }
@@ -42,7 +42,9 @@ class Statement {
   void finalize();
 
   int columnCount() const { return sqlite3_column_count(statement_); }
-  bool isNull(int column) const { return sqlite3_column_type(statement_, column) == SQLITE_NULL; }
+  bool isNull(int column) const { return type(column) == SQLITE_NULL; }
+  /// SQLITE_INTEGER, SQLITE_FLOAT, SQLITE_TEXT, SQLITE_BLOB or SQLITE_NULL.
+  int type(int column) const { return sqlite3_column_type(statement_, column); }
   std::int64_t integer(int column) const { return sqlite3_column_int64(statement_, column); }
   double real(int column) const { return sqlite3_column_double(statement_, column); }
   QString text(int column) const;
@@ -59,8 +61,8 @@ class Statement {
   sqlite3_stmt* statement_ = nullptr;
 };
 
-/// Told of what happens to the transaction, so that shells, caches and open cursors can follow. None of these may begin or
-/// end a transaction.
+/// Told of what happens to the transaction, so that shells, caches and open cursors can follow. None of these
+/// may begin or end a transaction.
 class TransactionListener {
  public:
   virtual ~TransactionListener() = default;
@@ -74,8 +76,8 @@ class TransactionListener {
 
 /// The connection below a geographic database: statements, and the transaction in which changes gather.
 ///
-/// The first change opens the transaction, commit() ends it. Blocks are savepoints inside it; when the outermost
-/// block ends and there were no changes around it, the transaction is committed with it.
+/// The first change opens the transaction, commit() ends it. Blocks are savepoints inside it; when the
+/// outermost block ends and there were no changes around it, the transaction is committed with it.
 class SqliteConnection {
  public:
   /// Borrows the handle (the Qt driver's) and sets the connection up for our use.

@@ -25,7 +25,7 @@ FeatureTable::Definition definitionOf(SqliteConnection& connection, const Vector
       (info.title.isEmpty() ? info.name : info.title) + QStringLiteral(": ") + featureTitle(info.kind, kind);
   registration.geometryType = geometryTypeOf(kind);
   registration.hasZ = kind == FeatureKind::samples;
-  registration.box = info.box;
+  registration.box = Box::inverted();  // nothing is in it yet
   definition.columns = columnsOf(kind);
   const SProjection* projection = info.projection;
   definition.spatialReference = [&connection, projection] {
