@@ -4,7 +4,6 @@
 #include <charconv>
 #include <cmath>
 #include <cstdint>
-#include <iterator>
 #include <string_view>
 
 #include "kaldex/model/geometry.h"
@@ -27,13 +26,17 @@ char letterOf(short kind, bool negative, bool portugueseLetters) {
   return portugueseLetters ? 'O' : 'W';
 }
 
-char* appendNumber(char* place, char* end, std::int64_t number) {
+/// A blank and a number of at most three digits.
+char* appendNumber(char* place, std::int64_t number) {
   *place++ = ' ';
-  return std::to_chars(place, end, number).ptr;
+  if (number >= 100) *place++ = static_cast<char>('0' + number / 100);
+  if (number >= 10) *place++ = static_cast<char>('0' + number / 10 % 10);
+  *place++ = static_cast<char>('0' + number % 10);
+  return place;
 }
 
-char* appendSeconds(char* place, char* end, std::int64_t units) {
-  place = appendNumber(place, end, units / kUnitsASecond);
+char* appendSeconds(char* place, std::int64_t units) {
+  place = appendNumber(place, units / kUnitsASecond);
   *place++ = '.';
   for (std::int64_t digit = kUnitsASecond / 10, rest = units % kUnitsASecond; digit > 0; digit /= 10) {
     *place++ = static_cast<char>('0' + rest / digit % 10);
@@ -105,9 +108,9 @@ const QString& Encode(double angle, short kind, QString& text, bool portugueseLe
   char buffer[40];
   char* place = buffer;
   *place++ = letterOf(kind, angle < 0.0 && units > 0, portugueseLetters);
-  place = appendNumber(place, std::end(buffer), units / kUnitsADegree);
-  place = appendNumber(place, std::end(buffer), units % kUnitsADegree / kUnitsAMinute);
-  place = appendSeconds(place, std::end(buffer), units % kUnitsAMinute);
+  place = appendNumber(place, units / kUnitsADegree);
+  place = appendNumber(place, units % kUnitsADegree / kUnitsAMinute);
+  place = appendSeconds(place, units % kUnitsAMinute);
   text = QString::fromLatin1(buffer, static_cast<int>(place - buffer));
   return text;
 }
