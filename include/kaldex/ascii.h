@@ -62,7 +62,6 @@ class KALDEX_API IEAsc : public SExtFormats {
   class ClassBlock;
   class SectionWriter;
   class LineExport;
-  class PolygonExport;
   class SectionReader;
   class LineImport;
   class SampleImport;
