@@ -29,10 +29,11 @@ KALDEX_MODEL_API QString modelName(short model);
 /// A class of a thematic category, with its look.
 class KALDEX_MODEL_API GeoClass : public SObject {
  public:
-  /// The identifier -1 asks for a new one; with a `category` it is drawn at once (1 to 32767, persistent, never one
-  /// in use), so that features may refer to the class before its category is stored. The new class is not put into the
-  /// category's list: the caller does.
-  GeoClass(int id, const QString& name, short model, const QString& categoryName, int position, GeoClass* category);
+  /// The identifier -1 asks for a new one; with a `category` it is drawn at once (1 to 32767, persistent,
+  /// never one in use), so that features may refer to the class before its category is stored. The new class
+  /// is not put into the category's list: the caller does.
+  GeoClass(int id, const QString& name, short model, const QString& categoryName, int position,
+           GeoClass* category);
   ~GeoClass() override;
   /// Take over the look; the class's own visual keeps its identifier.
   void SetVisual(const GeneralVisual& visual);
@@ -56,7 +57,8 @@ class KALDEX_MODEL_API GeoClassList : public TypedList<GeoClass> {
 /// A category: the meaning of layers. Its fourth argument is the name of a parent category and is only kept.
 class KALDEX_MODEL_API Category : public GeoClass {
  public:
-  Category(int id, const QString& name, short model, const QString& parentName, int position, GeoClass* category);
+  Category(int id, const QString& name, short model, const QString& parentName, int position,
+           GeoClass* category);
   ~Category() override;
 
   /// The next free class identifier of this category, 1 to 32767; 0 when all are in use.
@@ -65,7 +67,7 @@ class KALDEX_MODEL_API Category : public GeoClass {
   GeoClassList classes;
   /// "CG%06d" of the identifier for object and non-spatial categories; the table itself may not exist yet.
   QString attributeTable;
-  int lastClassId = 0;     ///< the highest class identifier ever drawn
+  int lastClassId = 0;  ///< the highest class identifier ever drawn
 };
 
 /// Categories; the database's own lists own them and stay alive with it.
@@ -113,13 +115,13 @@ class KALDEX_MODEL_API ProjectList : public TypedList<Project> {
 struct LayerDefinition {
   QString name;
   Category* category = nullptr;
-  Box box;              ///< plane units
-  double scale = 1.0;   ///< denominator of the map scale
+  Box box;             ///< plane units
+  double scale = 1.0;  ///< denominator of the map scale
   double resolution = 0.0;
 };
 
-/// An information layer of a project. Its representations (vectors, texts) are made when they are asked for and live
-/// with the layer.
+/// An information layer of a project. Its representations (vectors, texts) are made when they are asked for
+/// and live with the layer.
 class KALDEX_MODEL_API InfoLayer : public SObject {
  public:
   InfoLayer(int id, const LayerDefinition& definition, Project& project, DataBase& dataBase);

@@ -28,12 +28,13 @@ struct ObjectDefinition {
 /// Answers of firstObject and nextObject.
 enum ObjectWalk : int { objectError = 0, objectFound = 1, objectNone = 998, objectEnd = 999 };
 
-/// A geographic database: projects, layers, categories, objects and their attributes, and the storage below vectors.
+/// A geographic database: projects, layers, categories, objects and their attributes, and the storage below
+/// vectors.
 ///
-/// Changes gather in one transaction that commit() (an operation's end), a DBTransactionBlock that ends with no other
-/// block around it, or the destructor ends. Operations return 0 on failure where they say so; a failure of the storage
-/// itself (disk full, lock, damage) throws SException. Lists and objects handed out belong to the database and stay
-/// valid, and the same, as long as it is open; a rollback refreshes them.
+/// Changes gather in one transaction that commit() (an operation's end), a DBTransactionBlock that ends with
+/// no other block around it, or the destructor ends. Operations return 0 on failure where they say so; a
+/// failure of the storage itself (disk full, lock, damage) throws SException. Lists and objects handed out
+/// belong to the database and stay valid, and the same, as long as it is open; a rollback refreshes them.
 class KALDEX_MODEL_API DataBase {
  public:
   /// Open what `url` names (today a path to a GeoPackage). Null on failure, with the reason in `error`.
@@ -60,9 +61,9 @@ class KALDEX_MODEL_API DataBase {
   virtual CategoryList& categoryList() = 0;
   /// The object categories (model 128) alone.
   virtual CategoryList& GetKaldexObjCategory() = 0;
-  /// Store the categories of a list with their classes and visuals: gives new ones their identifier in place and takes
-  /// them over, so that an owning list only borrows from then on; makes the object table of an object category. 0,
-  /// with nothing stored, for a name that another category of the same model has.
+  /// Store the categories of a list with their classes and visuals: gives new ones their identifier in place
+  /// and takes them over, so that an owning list only borrows from then on; makes the object table of an
+  /// object category. 0, with nothing stored, for a name that another category of the same model has.
   virtual int storeCategories(CategoryList& list) = 0;
   /// Read the category's record again; 0 when it isn't stored.
   virtual int reloadCategory(Category& category) = 0;
@@ -79,44 +80,46 @@ class KALDEX_MODEL_API DataBase {
   virtual int createLayerAssociationTable(int layerId) = 0;
   /// Append the table's columns; an absent table appends nothing. Returns the number of columns.
   virtual int loadTableFields(SFieldList& fields, const QString& table) = 0;
-  /// Make the attribute table of an object category: the list's columns, behind a key GEOID that is added when the list
-  /// doesn't begin with it. Every object of the category gets a row.
+  /// Make the attribute table of an object category: the list's columns, behind a key GEOID that is added
+  /// when the list doesn't begin with it. Every object of the category gets a row.
   virtual int createAttributeTable(Category& category, const SFieldList& fields) = 0;
   virtual int createTable(const QString& name, const SFieldList& fields) = 0;
   virtual int addColumns(const SFieldList& fields, const QString& table, short, short) = 0;
-  /// Insert rows from columns that carry their cells: row n is the n-th cell of each column, missing ones null. Columns
-  /// without cells: nothing to do, 1.
+  /// Insert rows from columns that carry their cells: row n is the n-th cell of each column, missing ones
+  /// null. Columns without cells: nothing to do, 1.
   virtual int finishColumns(const SFieldList& fields) = 0;
 
   // Objects
   virtual int findObject(int id, Category& category, KaldexObject& object) = 0;
   virtual int findObjectByLabel(const QString& label, Category& category, KaldexObject& object) = 0;
   virtual int findObjectByName(const QString& name, Category& category, KaldexObject& object) = 0;
-  /// Object identifiers are unique in the whole database. Also inserts the object's (empty) attribute row when the
-  /// category has an attribute table.
+  /// Object identifiers are unique in the whole database. Also inserts the object's (empty) attribute row
+  /// when the category has an attribute table.
   virtual int createObject(const ObjectDefinition& definition, KaldexObject& object) = 0;
   virtual int updateObjectName(const KaldexObject& object) = 0;
   /// An ObjectWalk; objects come in ascending identifier.
   virtual int firstObject(Category& category, KaldexObject& object) = 0;
   virtual int nextObject(Category& category, KaldexObject& object) = 0;
-  /// The object's row of `table` as one cell a column of the table (GEOID first), whatever `fields` lists; cells that
-  /// are already in `cells` are used again. An absent row leaves `cells` empty and is 0.
-  virtual int readObjectAttributes(const SFieldList& fields, SCellList& cells, const QString& table, int objectId) = 0;
-  /// Store the cells that were changed, by their position, and mark them stored; 0 when the object has no row.
+  /// The object's row of `table` as one cell a column of the table (GEOID first), whatever `fields` lists;
+  /// cells that are already in `cells` are used again. An absent row leaves `cells` empty and is 0.
+  virtual int readObjectAttributes(const SFieldList& fields, SCellList& cells, const QString& table,
+                                   int objectId) = 0;
+  /// Store the cells that were changed, by their position, and mark them stored; 0 when the object has no
+  /// row.
   virtual int writeObjectAttributes(const SFieldList& fields, SCellList& cells, const QString& table,
                                     int objectId) = 0;
 
   // Anchors
   /// Identifier of the anchor of an object in a layer, or 0.
   virtual int anchorOfObject(int objectId, InfoLayer& layer) = 0;
-  /// Write the anchor's measures into its association row, in metres and square metres also where the plane's unit is
-  /// the degree; 0 when it has none.
+  /// Write the anchor's measures into its association row, in metres and square metres also where the plane's
+  /// unit is the degree; 0 when it has none.
   virtual int saveAnchor(InfoLayer& layer, const Anchor& anchor) = 0;
   /// Add the association row of object and anchor (makes the table when it is missing).
   virtual int linkAnchor(InfoLayer& layer, const Anchor& anchor, const KaldexObject& object) = 0;
 
-  /// Rows of tables. `tables` are comma-separated; "a->b" names column b of table a; commas in `condition` mean AND; with
-  /// a condition `join` is redundant. Throws SException on failure.
+  /// Rows of tables. `tables` are comma-separated; "a->b" names column b of table a; commas in `condition`
+  /// mean AND; with a condition `join` is redundant. Throws SException on failure.
   virtual std::unique_ptr<RecordSet> selectRecords(const QString& tables, const QString& selection,
                                                    const QString& condition, const QString& join,
                                                    const QString& order, int flag = 1, int flag2 = 0) = 0;
@@ -150,8 +153,8 @@ class KALDEX_MODEL_API DataBase {
   virtual bool hasTexts(InfoLayer& layer) = 0;
 };
 
-/// A block of changes that stays only when enableCommit was called: all or nothing. Blocks nest; a block inside another
-/// one stands or falls with it.
+/// A block of changes that stays only when enableCommit was called: all or nothing. Blocks nest; a block
+/// inside another one stands or falls with it.
 class KALDEX_MODEL_API DBTransactionBlock {
  public:
   /// A null database makes a block without effect.
@@ -160,9 +163,9 @@ class KALDEX_MODEL_API DBTransactionBlock {
   DBTransactionBlock& operator=(const DBTransactionBlock&) = delete;
   /// Rolls the block back unless enableCommit was called.
   ~DBTransactionBlock();
-  /// Keep the block's changes and end it, here and now; an outermost block is committed. Call it once, as the last
-  /// change: what follows no longer belongs to the block. When the storage fails (a full disk) the block is rolled back
-  /// and SException thrown.
+  /// Keep the block's changes and end it, here and now; an outermost block is committed. Call it once, as the
+  /// last change: what follows no longer belongs to the block. When the storage fails (a full disk) the block
+  /// is rolled back and SException thrown.
   void enableCommit();
 
  private:

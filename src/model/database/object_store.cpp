@@ -1,0 +1,176 @@
+#include "model/database/object_store.h"
+
+#include <algorithm>
+
+#include "model/database/catalogue_query.h"
+
+namespace kaldex {
+
+ObjectStore::Table* ObjectStore::find(int categoryId) {
+  if (last_ != nullptr && lastCategory_ == categoryId) return last_;
+  const auto found = known_.find(categoryId);
+  if (found != known_.end()) {
+    last_ = &found->second;
+  } else {
+    const TableInfo* info = tables_.find(numberedTable("OJ", categoryId));
+    if (info == nullptr) return nullptr;
+    last_ = &known_[categoryId];
+    last_->quoted = info->quoted;
+  }
+  lastCategory_ = categoryId;
+  return last_;
+}
+
+Statement& ObjectStore::ready(Statement& statement, const Table& table, const char* rest) {
+  if (!statement) {
+    statement =
+        context_.connection.prepare("SELECT ID, NOME, ROTULO, VISID FROM " + table.quoted + " WHERE " + rest);
+  }
+  return statement;
+}
+
+int ObjectStore::fetch(Statement& statement, const Category& category, KaldexObject& object) {
+  const bool found = statement.step();
+  if (found) {
+    object.id = static_cast<int>(statement.integer(0));
+    object.name = statement.text(1);
+    object.label = statement.text(2);
+    object.visualId = static_cast<int>(statement.integer(3));
+    object.categoryId = category.id;
+  }
+  statement.reset();
+  return found ? 1 : 0;
+}
+
+int ObjectStore::find(int id, const Category& category, KaldexObject& object) {
+  Table* table = find(category.id);
+  if (table == nullptr) return 0;
+  Statement& statement = ready(table->byId, *table, "ID = ?1");
+  statement.bind(1, id);
+  return fetch(statement, category, object);
+}
+
+int ObjectStore::findByLabel(const QString& label, const Category& category, KaldexObject& object) {
+  Table* table = find(category.id);
+  if (table == nullptr) return 0;
+  Statement& statement = ready(table->byLabel, *table, "ROTULO = ?1 ORDER BY ID LIMIT 1");
+  binder_.bindText(statement, 1, label);
+  return fetch(statement, category, object);
+}
+
+int ObjectStore::findByName(const QString& name, const Category& category, KaldexObject& object) {
+  Table* table = find(category.id);
+  if (table == nullptr) return 0;
+  Statement& statement = ready(table->byName, *table, "NOME = ?1 ORDER BY ID LIMIT 1");
+  binder_.bindText(statement, 1, name);
+  return fetch(statement, category, object);
+}
+
+int ObjectStore::create(const ObjectDefinition& definition, KaldexObject& object) {
+  if (definition.category == nullptr) return 0;
+  Table* table = find(definition.category->id);
+  if (table == nullptr) return 0;
+  context_.connection.beginChange();
+  object.id = drawId();
+  object.categoryId = definition.category->id;
+  object.name = definition.name;
+  object.label = definition.label;
+  object.visualId = definition.category->visual.id;
+  insert(*table, definition, object);
+  attributes_.due(definition.category->attributeTable, object.id);
+  return 1;
+}
+
+void ObjectStore::insert(Table& table, const ObjectDefinition& definition, const KaldexObject& object) {
+  if (!table.insert) {
+    table.insert =
+        context_.connection.prepare("INSERT INTO " + table.quoted +
+                                    " (ID, NOME, ROTULO, VISID, DATA, HORA) VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
+  }
+  stamp(definition.time);
+  table.insert.bind(1, object.id);
+  binder_.bindText(table.insert, 2, object.name);
+  binder_.bindText(table.insert, 3, object.label);
+  table.insert.bind(4, object.visualId);
+  binder_.bindText(table.insert, 5, date_);
+  binder_.bindText(table.insert, 6, time_);
+  table.insert.run();
+}
+
+void ObjectStore::stamp(const STime& time) {
+  date_ = time.date();
+  time_ = time.time();
+}
+
+int ObjectStore::updateName(const KaldexObject& object) {
+  Table* table = find(object.categoryId);
+  if (table == nullptr) return 0;
+  if (!table->rename) {
+    table->rename = context_.connection.prepare("UPDATE " + table->quoted + " SET NOME = ?1 WHERE ID = ?2");
+  }
+  context_.connection.beginChange();
+  binder_.bindText(table->rename, 1, object.name);
+  table->rename.bind(2, object.id);
+  table->rename.run();
+  return sqlite3_changes(context_.connection.handle()) > 0 ? 1 : 0;
+}
+
+int ObjectStore::first(const Category& category, KaldexObject& object) {
+  Table* table = find(category.id);
+  if (table == nullptr) return objectError;
+  table->walked = 0;
+  const int result = next(category, object);
+  return result == objectEnd ? objectNone : result;
+}
+
+int ObjectStore::next(const Category& category, KaldexObject& object) {
+  Table* table = find(category.id);
+  if (table == nullptr) return objectError;
+  // Each step seeks anew: the caller may store objects on its way, end a transaction or never come back.
+  Statement& statement = ready(table->following, *table, "ID > ?1 ORDER BY ID LIMIT 1");
+  statement.bind(1, table->walked);
+  if (fetch(statement, category, object) == 0) return objectEnd;
+  table->walked = object.id;
+  return objectFound;
+}
+
+int ObjectStore::drawId() {
+  if (lastId_ < 0) lastId_ = storedId_ = highestId();
+  return ++lastId_;
+}
+
+int ObjectStore::highestId() {
+  // The tables are asked too: another program may have added rows without knowing of the sequence.
+  SqliteConnection& connection = context_.connection;
+  std::int64_t highest = connection.scalar("SELECT value FROM kdx_sequences WHERE name = 'object'");
+  CatalogueQuery categories(context_.dataBase,
+                            QStringLiteral("SELECT id, attribute_table FROM kdx_categories"));
+  categories.run();
+  while (categories.next()) {
+    const TableInfo* objects = tables_.find(numberedTable("OJ", categories.integer(0)));
+    if (objects != nullptr)
+      highest = std::max(highest, connection.scalar("SELECT max(ID) FROM " + objects->quoted));
+    const TableInfo* rows = tables_.find(categories.text(1));
+    if (rows != nullptr && rows->hasObjectKey) {
+      highest = std::max(highest, connection.scalar("SELECT max(GEOID) FROM " + rows->quoted));
+    }
+  }
+  return static_cast<int>(highest);
+}
+
+void ObjectStore::flush() {
+  if (lastId_ == storedId_) return;
+  context_.connection.beginChange();
+  Statement update = context_.connection.prepare("UPDATE kdx_sequences SET value = ?1 WHERE name = 'object'");
+  update.bind(1, lastId_);
+  update.run();
+  storedId_ = lastId_;
+}
+
+void ObjectStore::forget() {
+  known_.clear();
+  last_ = nullptr;
+  lastId_ = storedId_ = -1;
+}
+
+}  // namespace kaldex

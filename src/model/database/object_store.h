@@ -1,0 +1,61 @@
+#ifndef KALDEX_MODEL_OBJECT_STORE_H
+#define KALDEX_MODEL_OBJECT_STORE_H
+
+#include <map>
+
+#include "kaldex/model/database.h"
+#include "model/database/attribute_rows.h"
+#include "model/database/cell_value.h"
+#include "model/database/store_context.h"
+
+namespace kaldex {
+
+/// Objects, in the table OJ%06d of their category. Their identifiers come from one sequence for the whole
+/// database.
+class ObjectStore {
+ public:
+  ObjectStore(const StoreContext& context, TableStore& tables, AttributeRows& attributes)
+      : context_(context), tables_(tables), attributes_(attributes) {}
+
+  int find(int id, const Category& category, KaldexObject& object);
+  int findByLabel(const QString& label, const Category& category, KaldexObject& object);
+  int findByName(const QString& name, const Category& category, KaldexObject& object);
+  int create(const ObjectDefinition& definition, KaldexObject& object);
+  int updateName(const KaldexObject& object);
+  int first(const Category& category, KaldexObject& object);
+  int next(const Category& category, KaldexObject& object);
+  /// Store the sequence's state.
+  void flush();
+  void forget();
+
+ private:
+  struct Table {
+    std::string quoted;
+    Statement insert, byId, byLabel, byName, following, rename;
+    int walked = 0;  ///< the object that the walk handed out last
+  };
+
+  Table* find(int categoryId);
+  int fetch(Statement& statement, const Category& category, KaldexObject& object);
+  Statement& ready(Statement& statement, const Table& table, const char* rest);
+  void insert(Table& table, const ObjectDefinition& definition, const KaldexObject& object);
+  int drawId();
+  int highestId();
+  void stamp(const STime& time);
+
+  const StoreContext& context_;
+  TableStore& tables_;
+  AttributeRows& attributes_;
+  std::map<int, Table> known_;
+  int lastCategory_ = 0;
+  Table* last_ = nullptr;
+  int lastId_ = -1;    ///< the newest object's identifier, -1 when it isn't known
+  int storedId_ = -1;  ///< the one that the sequence holds
+  ValueBinder binder_;
+  QDateTime stamped_;
+  QString date_, time_;
+};
+
+}  // namespace kaldex
+
+#endif
