@@ -19,7 +19,7 @@ FileWindow::FileWindow(const QByteArray& path) : descriptor_(::open(path.constDa
     return;
   }
   size_ = static_cast<std::uint64_t>(status.st_size);
-  window_ = std::make_unique<unsigned char[]>(kCapacity);
+  window_.reset(new unsigned char[kCapacity]);
 }
 
 FileWindow::~FileWindow() {
