@@ -98,6 +98,8 @@ void ObjectStore::insert(Table& table, const ObjectDefinition& definition, const
 }
 
 void ObjectStore::stamp(const STime& time) {
+  if (time.seconds() == stampedSecond_) return;
+  stampedSecond_ = time.seconds();
   date_ = time.date();
   time_ = time.time();
 }

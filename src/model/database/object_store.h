@@ -52,8 +52,8 @@ class ObjectStore {
   int lastId_ = -1;    ///< the newest object's identifier, -1 when it isn't known
   int storedId_ = -1;  ///< the one that the sequence holds
   ValueBinder binder_;
-  QDateTime stamped_;
-  QString date_, time_;
+  qint64 stampedSecond_ = -1;
+  QString date_, time_;  ///< of that second
 };
 
 }  // namespace kaldex
