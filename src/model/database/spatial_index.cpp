@@ -61,8 +61,7 @@ void putFloat(std::uint8_t* place, float value) {
 class PackedTreeWriter {
  public:
   PackedTreeWriter(SqliteConnection& connection, const std::string& tree)
-      : connection_(connection),
-        insertNode_(
+      : insertNode_(
             connection.prepare("INSERT OR REPLACE INTO " + quotedName(tree + "_node") + " VALUES (?1, ?2)")),
         insertParent_(connection.prepare("INSERT INTO " + quotedName(tree + "_parent") + " VALUES (?1, ?2)")),
         insertRow_(connection.prepare("INSERT INTO " + quotedName(tree + "_rowid") + " VALUES (?1, ?2)")) {
@@ -146,7 +145,6 @@ class PackedTreeWriter {
     insertNode_.run();
   }
 
-  SqliteConnection& connection_;
   Statement insertNode_, insertParent_, insertRow_;
   Bytes buffer_;
   std::size_t nodeSize_ = 0;
