@@ -1,8 +1,18 @@
 #include "model/database/association_store.h"
 
+#include <algorithm>
+
 #include "kaldex/model/projection.h"
 
 namespace kaldex {
+
+namespace {
+
+bool contains(const std::vector<int>& values, int value) {
+  return std::find(values.begin(), values.end(), value) != values.end();
+}
+
+}  // namespace
 
 AssociationStore::Table* AssociationStore::find(int layerId) {
   if (last_ != nullptr && lastLayer_ == layerId) return last_;
@@ -13,7 +23,11 @@ AssociationStore::Table* AssociationStore::find(int layerId) {
     const TableInfo* info = tables_.find(numberedTable("GA", layerId));
     if (info == nullptr) return nullptr;
     last_ = &known_[layerId];
+    last_->name = info->name;
     last_->quoted = info->quoted;
+    last_->batch =
+        RowBatch(context_.connection, info->quoted,
+                 {"GEOID", "CATEGORIA", "GANCHORID", "GVISID", "AREA", "PERIMETRO", "IMPEDANCIA", "DEMANDA"});
   }
   lastLayer_ = layerId;
   return last_;
@@ -28,6 +42,8 @@ int AssociationStore::anchorOf(int objectId, const InfoLayer& layer) {
   if (waits(layer.id) && waiting_.objectId == objectId) return waiting_.anchorId;
   Table* table = find(layer.id);
   if (table == nullptr) return 0;
+  if (contains(table->objects, objectId)) flush(*table);
+  index(*table);
   if (!table->find) {
     table->find = context_.connection.prepare("SELECT GANCHORID FROM " + table->quoted +
                                               " WHERE GEOID = ?1 ORDER BY kdx_fid LIMIT 1");
@@ -39,7 +55,7 @@ int AssociationStore::anchorOf(int objectId, const InfoLayer& layer) {
 }
 
 int AssociationStore::link(const InfoLayer& layer, const Anchor& anchor, const KaldexObject& object) {
-  flush();
+  if (waiting_.table != nullptr) putWaiting();
   createTable(layer.id);
   waiting_.table = find(layer.id);
   waiting_.layerId = layer.id;
@@ -59,6 +75,8 @@ int AssociationStore::save(const InfoLayer& layer, const Anchor& anchor) {
   }
   Table* table = find(layer.id);
   if (table == nullptr) return 0;
+  if (contains(table->anchors, anchor.id)) flush(*table);
+  index(*table);
   if (!table->update) {
     table->update = context_.connection.prepare(
         "UPDATE " + table->quoted +
@@ -74,23 +92,47 @@ int AssociationStore::save(const InfoLayer& layer, const Anchor& anchor) {
   return sqlite3_changes(context_.connection.handle()) > 0 ? 1 : 0;
 }
 
-void AssociationStore::flush() {
-  if (waiting_.table == nullptr) return;
+void AssociationStore::putWaiting() {
   Table& table = *waiting_.table;
-  if (!table.insert) {
-    table.insert =
-        context_.connection.prepare("INSERT INTO " + table.quoted +
-                                    " (GEOID, CATEGORIA, GANCHORID, GVISID, AREA, PERIMETRO, IMPEDANCIA, "
-                                    "DEMANDA) VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8)");
+  table.batch.beginRow();
+  if (table.batch.isEmpty()) {
+    table.objects.clear();
+    table.anchors.clear();
   }
-  context_.connection.beginChange();
-  table.insert.bind(1, waiting_.objectId);
-  table.insert.bind(2, waiting_.categoryId);
-  table.insert.bind(3, waiting_.anchorId);
-  table.insert.bind(4, waiting_.visualId);
-  for (int i = 0; i < 4; ++i) table.insert.bind(i + 5, waiting_.measures[i]);
-  table.insert.run();
+  table.batch.put(waiting_.objectId);
+  table.batch.put(waiting_.categoryId);
+  table.batch.put(waiting_.anchorId);
+  table.batch.put(waiting_.visualId);
+  for (double value : waiting_.measures) table.batch.put(value);
+  table.objects.push_back(waiting_.objectId);
+  table.anchors.push_back(waiting_.anchorId);
   waiting_.table = nullptr;
+  if (!table.indexed && ++table.unindexed >= kMostUnindexed) index(table);
+}
+
+void AssociationStore::flush(Table& table) {
+  table.batch.flush();
+  table.objects.clear();
+  table.anchors.clear();
+}
+
+void AssociationStore::index(Table& table) {
+  if (table.indexed) return;
+  flush(table);
+  tables_.ensureIndexes(table.name);
+  table.indexed = true;
+}
+
+void AssociationStore::flush() {
+  if (waiting_.table != nullptr) putWaiting();
+  for (auto& [layer, table] : known_) flush(table);
+}
+
+void AssociationStore::finish() {
+  flush();
+  for (auto& [layer, table] : known_) {
+    if (table.unindexed > 0) index(table);
+  }
 }
 
 void AssociationStore::forget() {

@@ -2,9 +2,11 @@
 #define KALDEX_MODEL_ASSOCIATION_STORE_H
 
 #include <map>
+#include <vector>
 
 #include "kaldex/model/anchor.h"
 #include "kaldex/model/catalog.h"
+#include "model/database/row_batch.h"
 #include "model/database/store_context.h"
 #include "model/database/table_store.h"
 
@@ -25,13 +27,21 @@ class AssociationStore {
   /// 0 when the anchor has no row.
   int save(const InfoLayer& layer, const Anchor& anchor);
   void flush();
-  /// Forget the waiting row and what is known of the tables: the transaction was rolled back.
+  /// Flush, and make the indexes of the tables that got rows.
+  void finish();
+  /// Forget the waiting rows and what is known of the tables: the transaction was rolled back.
   void forget();
 
  private:
   struct Table {
+    QString name;
     std::string quoted;
-    Statement insert, update, find;
+    RowBatch batch;
+    std::vector<int> objects, anchors;  ///< those in the batch
+    Statement update, find;
+    long long unindexed =
+        0;  ///< rows that came since the table was first seen, while that is without indexes
+    bool indexed = false;
   };
   struct Row {
     Table* table = nullptr;
@@ -46,6 +56,9 @@ class AssociationStore {
   Table* find(int layerId);
   static void measure(double (&measures)[4], const InfoLayer& layer, const Anchor& anchor);
   bool waits(int layerId) const { return waiting_.table != nullptr && waiting_.layerId == layerId; }
+  void putWaiting();
+  void flush(Table& table);
+  void index(Table& table);
 
   const StoreContext& context_;
   TableStore& tables_;

@@ -8,6 +8,12 @@ namespace {
 // random.
 constexpr size_t kUpdatesKept = 64;
 
+std::vector<std::string> quotedColumns(const TableInfo& table) {
+  std::vector<std::string> names;
+  for (const TableColumn& column : table.columns) names.push_back(quotedName(column.name));
+  return names;
+}
+
 void markStored(SCellList& cells) {
   for (SCell* cell : cells) cell->setModify(cellStored);
 }
@@ -29,6 +35,8 @@ AttributeRows::Table* AttributeRows::find(const QString& name) {
   if (table == nullptr) {
     table = std::make_unique<Table>();
     table->info = tables_.share(name);
+    if (table->info != nullptr)
+      table->batch = RowBatch(context_.connection, table->info->quoted, quotedColumns(*table->info));
   }
   lastName_ = name;
   last_ = table->info != nullptr && table->info->hasObjectKey ? table.get() : nullptr;
@@ -36,14 +44,19 @@ AttributeRows::Table* AttributeRows::find(const QString& name) {
 }
 
 void AttributeRows::due(const QString& table, int objectId) {
-  flush();
+  if (dueTable_ != nullptr) putDue(nullptr);
   if (table.isEmpty()) return;
   dueTable_ = find(table);
   dueId_ = objectId;
 }
 
 void AttributeRows::flush() {
-  if (dueTable_ != nullptr) insertDue(nullptr);
+  if (dueTable_ != nullptr) putDue(nullptr);
+  for (auto& [name, table] : known_) table->batch.flush();
+}
+
+void AttributeRows::flush(Table& table, int objectId) {
+  if (!table.batch.isEmpty() && objectId >= table.firstInBatch) table.batch.flush();
 }
 
 void AttributeRows::forget() {
@@ -52,29 +65,20 @@ void AttributeRows::forget() {
   lastName_ = QString();
 }
 
-void AttributeRows::insertDue(const SCellList* cells) {
+void AttributeRows::putDue(const SCellList* cells) {
   Table& table = *dueTable_;
   const std::vector<TableColumn>& columns = table.info->columns;
-  context_.connection.beginChange();
-  if (!table.insert) {
-    std::string sql = "INSERT INTO " + table.info->quoted + " (";
-    std::string values = ") VALUES (";
-    for (size_t i = 0; i < columns.size(); ++i) {
-      sql += (i == 0 ? "" : ", ") + quotedName(columns[i].name);
-      values += i == 0 ? "?" : ", ?";
-    }
-    table.insert = context_.connection.prepare(sql + values + ")");
-  }
-  table.insert.bind(1, dueId_);
+  table.batch.beginRow();
+  if (table.batch.isEmpty()) table.firstInBatch = dueId_;
+  table.batch.put(dueId_);
   const int count = cells != nullptr ? cells->Size() : 0;
   for (int i = 1; i < static_cast<int>(columns.size()); ++i) {
     if (i < count) {
-      binder_.bindCell(table.insert, i + 1, columns[static_cast<size_t>(i)].type, cells->at(i)->value());
+      table.batch.putCell(columns[static_cast<size_t>(i)].type, cells->at(i)->value());
     } else {
-      table.insert.bindNull(i + 1);
+      table.batch.putNull();
     }
   }
-  table.insert.run();
   dueTable_ = nullptr;
 }
 
@@ -88,6 +92,7 @@ int AttributeRows::read(SCellList& cells, const QString& table, int objectId) {
     fill(cells, *known->info, nullptr);
     return 1;
   }
+  flush(*known, objectId);
   if (!known->select) {
     std::string sql = "SELECT ";
     for (const TableColumn& column : known->info->columns) sql += quotedName(column.name) + ", ";
@@ -125,10 +130,11 @@ int AttributeRows::write(SCellList& cells, const QString& table, int objectId) {
   Table* known = find(table);
   if (known == nullptr) return 0;
   if (isDue(*known, objectId)) {
-    insertDue(&cells);
+    putDue(&cells);
     markStored(cells);
     return 1;
   }
+  flush(*known, objectId);
   return updateRow(*known, cells, objectId);
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "model/database/cell_value.h"
+#include "model/database/row_batch.h"
 #include "model/database/store_context.h"
 #include "model/database/table_store.h"
 
@@ -32,14 +33,16 @@ class AttributeRows {
  private:
   struct Table {
     std::shared_ptr<const TableInfo> info;
-    Statement insert;
+    RowBatch batch;
+    int firstInBatch = 0;  ///< objects come in ascending order
     Statement select;
     std::map<std::string, Statement> updates;  ///< by the columns that they set
   };
 
   Table* find(const QString& name);
   bool isDue(const Table& table, int objectId) const { return dueTable_ == &table && dueId_ == objectId; }
-  void insertDue(const SCellList* cells);
+  void putDue(const SCellList* cells);
+  static void flush(Table& table, int objectId);
   int updateRow(Table& table, SCellList& cells, int objectId);
   Statement& updateOf(Table& table, const std::string& columns);
   static void fill(SCellList& cells, const TableInfo& info, const Statement* row);

@@ -12,8 +12,7 @@ namespace {
 
 constexpr int kLongestNumber = 320;
 
-}  // namespace
-
+// A whole number with optional sign and nothing around it.
 bool parseInteger(const QString& text, std::int64_t& value) {
   const int size = text.size();
   int at = size > 0 && (text[0] == QLatin1Char('-') || text[0] == QLatin1Char('+')) ? 1 : 0;
@@ -29,6 +28,7 @@ bool parseInteger(const QString& text, std::int64_t& value) {
   return true;
 }
 
+// A finite real with nothing around it.
 bool parseReal(const QString& text, double& value) {
   const int size = text.size();
   if (size == 0 || size > kLongestNumber) return false;
@@ -45,39 +45,61 @@ bool parseReal(const QString& text, double& value) {
   return used == static_cast<std::size_t>(size) && std::isfinite(value);
 }
 
-void ValueBinder::bindCell(Statement& statement, int parameter, short type, const QString& text) {
-  std::int64_t integer;
-  double real;
+}  // namespace
+
+CellValue parseCell(short type, const QString& text) {
+  CellValue value;
   if (text.isNull() || (text.isEmpty() && type != fieldText)) {
-    statement.bindNull(parameter);
-  } else if (type == fieldInteger && parseInteger(text, integer)) {
-    statement.bind(parameter, integer);
-  } else if (type == fieldReal && parseReal(text, real)) {
-    statement.bind(parameter, real);
+    value.type = SQLITE_NULL;
+  } else if (type == fieldInteger && parseInteger(text, value.integer)) {
+    value.type = SQLITE_INTEGER;
+    value.real = static_cast<double>(value.integer);
+  } else if (type == fieldReal && parseReal(text, value.real)) {
+    value.type = SQLITE_FLOAT;
   } else {
-    bindText(statement, parameter, text);
+    value.type = SQLITE_TEXT;
+  }
+  return value;
+}
+
+void appendUtf8(std::string& utf8, const QString& text) {
+  const auto size = static_cast<std::size_t>(text.size());
+  const std::size_t start = utf8.size();
+  utf8.resize(start + size);
+  const QChar* characters = text.constData();
+  for (std::size_t i = 0; i < size; ++i) {
+    const ushort c = characters[i].unicode();
+    if (c >= 0x80) {
+      utf8.resize(start);
+      utf8 += text.toStdString();
+      return;
+    }
+    utf8[start + i] = static_cast<char>(c);
+  }
+}
+
+void ValueBinder::bindCell(Statement& statement, int parameter, short type, const QString& text) {
+  const CellValue value = parseCell(type, text);
+  switch (value.type) {
+    case SQLITE_NULL:
+      return statement.bindNull(parameter);
+    case SQLITE_INTEGER:
+      return statement.bind(parameter, value.integer);
+    case SQLITE_FLOAT:
+      return statement.bind(parameter, value.real);
+    default:
+      return bindText(statement, parameter, text);
   }
 }
 
 void ValueBinder::bindText(Statement& statement, int parameter, const QString& text) {
   if (text.isNull()) return statement.bindNull(parameter);
-  const std::string& utf8 = encode(parameter, text);
-  statement.bindBorrowedText(parameter, utf8.data(), utf8.size());
-}
-
-const std::string& ValueBinder::encode(int parameter, const QString& text) {
-  const auto index = static_cast<size_t>(parameter);
+  const auto index = static_cast<std::size_t>(parameter);
   if (buffers_.size() <= index) buffers_.resize(index + 1);
-  std::string& buffer = buffers_[index];
-  const auto size = static_cast<size_t>(text.size());
-  buffer.resize(size);
-  const QChar* characters = text.constData();
-  for (size_t i = 0; i < size; ++i) {
-    const ushort c = characters[i].unicode();
-    if (c >= 0x80) return buffer = text.toStdString();
-    buffer[i] = static_cast<char>(c);
-  }
-  return buffer;
+  std::string& utf8 = buffers_[index];
+  utf8.clear();
+  appendUtf8(utf8, text);
+  statement.bindBorrowedText(parameter, utf8.data(), utf8.size());
 }
 
 QString cellText(const Statement& row, int column) {

@@ -122,6 +122,7 @@ int GeoPackageDataBase::loadTableFields(SFieldList& fields, const QString& table
 }
 
 int GeoPackageDataBase::createAttributeTable(Category& category, const SFieldList& fields) {
+  flushRows();
   return tables_.createAttributeTable(category, fields);
 }
 
@@ -167,7 +168,9 @@ int GeoPackageDataBase::writeObjectAttributes(const SFieldList&, SCellList& cell
 std::unique_ptr<RecordSet> GeoPackageDataBase::selectRecords(const QString& tables, const QString& selection,
                                                              const QString& condition, const QString& join,
                                                              const QString& order, int, int) {
+  flushRows();
   RecordQuery query = translateQuery({tables, selection, condition, join, order}, tables_);
+  for (const auto& table : query.tables) tables_.ensureIndexes(table->name);
   return std::make_unique<RowSet>(
       connection_, std::move(query), [this] { flushRows(); }, rowSets_);
 }

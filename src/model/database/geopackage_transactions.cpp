@@ -44,13 +44,15 @@ void GeoPackageDataBase::endBlock(bool keep) {
 }
 
 void GeoPackageDataBase::flushRows() {
+  objects_.flush();
   attributes_.flush();
   associations_.flush();
 }
 
 void GeoPackageDataBase::beforeCommit() {
-  flushRows();
-  objects_.flush();
+  attributes_.flush();
+  objects_.finish();
+  associations_.finish();
   categories_.storeDrawnIds();
   texts_.finish();
 }

@@ -6,6 +6,14 @@
 
 namespace kaldex {
 
+namespace {
+
+bool contains(const std::vector<uint>& values, uint value) {
+  return std::find(values.begin(), values.end(), value) != values.end();
+}
+
+}  // namespace
+
 ObjectStore::Table* ObjectStore::find(int categoryId) {
   if (last_ != nullptr && lastCategory_ == categoryId) return last_;
   const auto found = known_.find(categoryId);
@@ -15,7 +23,10 @@ ObjectStore::Table* ObjectStore::find(int categoryId) {
     const TableInfo* info = tables_.find(numberedTable("OJ", categoryId));
     if (info == nullptr) return nullptr;
     last_ = &known_[categoryId];
+    last_->name = info->name;
     last_->quoted = info->quoted;
+    last_->batch =
+        RowBatch(context_.connection, info->quoted, {"ID", "NOME", "ROTULO", "VISID", "DATA", "HORA"});
   }
   lastCategory_ = categoryId;
   return last_;
@@ -45,6 +56,7 @@ int ObjectStore::fetch(Statement& statement, const Category& category, KaldexObj
 int ObjectStore::find(int id, const Category& category, KaldexObject& object) {
   Table* table = find(category.id);
   if (table == nullptr) return 0;
+  if (id >= table->firstInBatch) flush(*table);
   Statement& statement = ready(table->byId, *table, "ID = ?1");
   statement.bind(1, id);
   return fetch(statement, category, object);
@@ -53,6 +65,8 @@ int ObjectStore::find(int id, const Category& category, KaldexObject& object) {
 int ObjectStore::findByLabel(const QString& label, const Category& category, KaldexObject& object) {
   Table* table = find(category.id);
   if (table == nullptr) return 0;
+  if (contains(table->labels, qHash(label))) flush(*table);
+  index(*table);
   Statement& statement = ready(table->byLabel, *table, "ROTULO = ?1 ORDER BY ID LIMIT 1");
   binder_.bindText(statement, 1, label);
   return fetch(statement, category, object);
@@ -61,6 +75,8 @@ int ObjectStore::findByLabel(const QString& label, const Category& category, Kal
 int ObjectStore::findByName(const QString& name, const Category& category, KaldexObject& object) {
   Table* table = find(category.id);
   if (table == nullptr) return 0;
+  if (contains(table->names, qHash(name))) flush(*table);
+  index(*table);
   Statement& statement = ready(table->byName, *table, "NOME = ?1 ORDER BY ID LIMIT 1");
   binder_.bindText(statement, 1, name);
   return fetch(statement, category, object);
@@ -76,25 +92,41 @@ int ObjectStore::create(const ObjectDefinition& definition, KaldexObject& object
   object.name = definition.name;
   object.label = definition.label;
   object.visualId = definition.category->visual.id;
-  insert(*table, definition, object);
+  put(*table, definition, object);
   attributes_.due(definition.category->attributeTable, object.id);
   return 1;
 }
 
-void ObjectStore::insert(Table& table, const ObjectDefinition& definition, const KaldexObject& object) {
-  if (!table.insert) {
-    table.insert =
-        context_.connection.prepare("INSERT INTO " + table.quoted +
-                                    " (ID, NOME, ROTULO, VISID, DATA, HORA) VALUES (?1, ?2, ?3, ?4, ?5, ?6)");
-  }
+void ObjectStore::put(Table& table, const ObjectDefinition& definition, const KaldexObject& object) {
   stamp(definition.time);
-  table.insert.bind(1, object.id);
-  binder_.bindText(table.insert, 2, object.name);
-  binder_.bindText(table.insert, 3, object.label);
-  table.insert.bind(4, object.visualId);
-  binder_.bindText(table.insert, 5, date_);
-  binder_.bindText(table.insert, 6, time_);
-  table.insert.run();
+  table.batch.beginRow();
+  if (table.batch.isEmpty()) {
+    table.firstInBatch = object.id;
+    table.labels.clear();
+    table.names.clear();
+  }
+  table.batch.put(object.id);
+  table.batch.put(object.name);
+  table.batch.put(object.label);
+  table.batch.put(object.visualId);
+  table.batch.put(date_);
+  table.batch.put(time_);
+  table.labels.push_back(qHash(object.label));
+  table.names.push_back(qHash(object.name));
+  if (!table.indexed && ++table.unindexed >= kMostUnindexed) index(table);
+}
+
+void ObjectStore::flush(Table& table) {
+  table.batch.flush();
+  table.labels.clear();
+  table.names.clear();
+}
+
+void ObjectStore::index(Table& table) {
+  if (table.indexed) return;
+  flush(table);
+  tables_.ensureIndexes(table.name);
+  table.indexed = true;
 }
 
 void ObjectStore::stamp(const STime& time) {
@@ -107,6 +139,7 @@ void ObjectStore::stamp(const STime& time) {
 int ObjectStore::updateName(const KaldexObject& object) {
   Table* table = find(object.categoryId);
   if (table == nullptr) return 0;
+  flush(*table);
   if (!table->rename) {
     table->rename = context_.connection.prepare("UPDATE " + table->quoted + " SET NOME = ?1 WHERE ID = ?2");
   }
@@ -128,6 +161,7 @@ int ObjectStore::first(const Category& category, KaldexObject& object) {
 int ObjectStore::next(const Category& category, KaldexObject& object) {
   Table* table = find(category.id);
   if (table == nullptr) return objectError;
+  flush(*table);
   // Each step seeks anew: the caller may store objects on its way, end a transaction or never come back.
   Statement& statement = ready(table->following, *table, "ID > ?1 ORDER BY ID LIMIT 1");
   statement.bind(1, table->walked);
@@ -161,6 +195,14 @@ int ObjectStore::highestId() {
 }
 
 void ObjectStore::flush() {
+  for (auto& [category, table] : known_) flush(table);
+}
+
+void ObjectStore::finish() {
+  flush();
+  for (auto& [category, table] : known_) {
+    if (table.unindexed > 0) index(table);
+  }
   if (lastId_ == storedId_) return;
   context_.connection.beginChange();
   Statement update = context_.connection.prepare("UPDATE kdx_sequences SET value = ?1 WHERE name = 'object'");

@@ -2,10 +2,12 @@
 #define KALDEX_MODEL_OBJECT_STORE_H
 
 #include <map>
+#include <vector>
 
 #include "kaldex/model/database.h"
 #include "model/database/attribute_rows.h"
 #include "model/database/cell_value.h"
+#include "model/database/row_batch.h"
 #include "model/database/store_context.h"
 
 namespace kaldex {
@@ -24,21 +26,32 @@ class ObjectStore {
   int updateName(const KaldexObject& object);
   int first(const Category& category, KaldexObject& object);
   int next(const Category& category, KaldexObject& object);
-  /// Store the sequence's state.
+  /// Store the rows that wait in memory; whoever looks at the tables past this class calls it first.
   void flush();
+  /// Flush, store the sequence's state and make the indexes of the tables that got rows.
+  void finish();
   void forget();
 
  private:
   struct Table {
+    QString name;
     std::string quoted;
-    Statement insert, byId, byLabel, byName, following, rename;
+    RowBatch batch;
+    int firstInBatch = 0;             ///< identifiers ascend
+    std::vector<uint> labels, names;  ///< hashes of those in the batch
+    Statement byId, byLabel, byName, following, rename;
     int walked = 0;  ///< the object that the walk handed out last
+    long long unindexed =
+        0;  ///< rows that came since the table was first seen, while that is without indexes
+    bool indexed = false;
   };
 
   Table* find(int categoryId);
   int fetch(Statement& statement, const Category& category, KaldexObject& object);
   Statement& ready(Statement& statement, const Table& table, const char* rest);
-  void insert(Table& table, const ObjectDefinition& definition, const KaldexObject& object);
+  void put(Table& table, const ObjectDefinition& definition, const KaldexObject& object);
+  void flush(Table& table);
+  void index(Table& table);
   int drawId();
   int highestId();
   void stamp(const STime& time);

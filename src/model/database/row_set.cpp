@@ -303,17 +303,8 @@ void RowSet::takeChanges() {
   if (state_ == State::walking) hold(walk_);
   for (const auto& [column, text] : newValues_) {
     Value& value = row_[static_cast<size_t>(column)];
-    value = Value();
-    value.text = text;
-    if (text.isNull()) continue;
-    if (columnType(column) == fieldInteger && parseInteger(text, value.integer)) {
-      value.type = SQLITE_INTEGER;
-      value.real = static_cast<double>(value.integer);
-    } else if (columnType(column) == fieldReal && parseReal(text, value.real)) {
-      value.type = SQLITE_FLOAT;
-    } else {
-      value.type = SQLITE_TEXT;
-    }
+    const CellValue cell = parseCell(columnType(column), text);
+    value = {cell.type, cell.integer, cell.real, cell.type == SQLITE_NULL ? QString() : text};
   }
 }
 

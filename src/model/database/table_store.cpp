@@ -157,6 +157,7 @@ std::shared_ptr<const TableInfo> TableStore::share(const QString& name) {
 
 void TableStore::forget() {
   known_.clear();
+  indexed_.clear();
   ++generation_;
 }
 
@@ -245,10 +246,6 @@ void TableStore::createObjectTable(const Category& category) {
   const std::vector<SField> fields = fieldsOf(kObjectColumns, 1);
   create(name, QLatin1String(kObjectColumns[0].name), pointersTo(fields),
          category.name + QStringLiteral(": objects"));
-  const std::string table = quotedName(name);
-  const std::string prefix = "CREATE INDEX \"" + name.toStdString();
-  context_.connection.execSchema(prefix + "_rotulo\" ON " + table + " (ROTULO);" + prefix + "_nome\" ON " +
-                                 table + " (NOME)");
 }
 
 QString TableStore::titleOfLayer(int layerId) const {
@@ -264,10 +261,27 @@ void TableStore::createAssociationTable(int layerId) {
   if (find(name) != nullptr) return;
   const std::vector<SField> fields = fieldsOf(kAssociationColumns, 0);
   create(name, QString(), pointersTo(fields), titleOfLayer(layerId) + QStringLiteral(": objects"));
-  const std::string table = quotedName(name);
-  const std::string prefix = "CREATE INDEX \"" + name.toStdString();
-  context_.connection.execSchema(prefix + "_geoid\" ON " + table + " (GEOID);" + prefix + "_ganchorid\" ON " +
-                                 table + " (GANCHORID)");
+}
+
+void TableStore::ensureIndexes(const QString& table) {
+  if (indexed_.contains(table)) return;
+  const bool objects = isNumbered(table, "OJ");
+  if ((!objects && !isNumbered(table, "GA")) || find(table) == nullptr) return;
+  indexed_.insert(table);
+  for (const char* column : {objects ? "ROTULO" : "GEOID", objects ? "NOME" : "GANCHORID"})
+    makeIndex(table, column);
+}
+
+void TableStore::makeIndex(const QString& table, const char* column) {
+  const QString name = table + QLatin1Char('_') + QString::fromLatin1(column).toLower();
+  SqliteConnection& connection = context_.connection;
+  Statement known =
+      connection.prepare("SELECT 1 FROM sqlite_master WHERE type = 'index' AND name = ?1 COLLATE NOCASE");
+  known.bind(1, name);
+  if (known.step() || sqlite3_db_readonly(connection.handle(), "main") != 0) return;
+  known.finalize();
+  connection.execSchema("CREATE INDEX " + quotedName(name) + " ON " + quotedName(table) + " (" + column +
+                        ")");
 }
 
 int TableStore::createAttributeTable(const Category& category, const SFieldList& fields) {

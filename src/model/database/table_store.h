@@ -2,6 +2,7 @@
 #define KALDEX_MODEL_TABLE_STORE_H
 
 #include <QHash>
+#include <QSet>
 #include <memory>
 #include <vector>
 
@@ -14,6 +15,9 @@ namespace kaldex {
 /// The key that tables without one of their own get, so that other programs can tell rows apart. It is never
 /// seen in columns or record sets: file formats would take it for data.
 constexpr const char* kHiddenKey = "kdx_fid";
+
+/// A load this long has its indexes made on the way: sorting all at its end would take the memory.
+constexpr long long kMostUnindexed = 1000000;
 
 struct TableColumn {
   QString name;
@@ -55,6 +59,9 @@ class TableStore {
   int loadFields(SFieldList& fields, const QString& table);
   void createObjectTable(const Category& category);
   void createAssociationTable(int layerId);
+  /// Make the indexes of an object or association table that are missing. The tables are made without: a load
+  /// that looks nothing up has them built once, sorted, at its end.
+  void ensureIndexes(const QString& table);
   int createAttributeTable(const Category& category, const SFieldList& fields);
   int createTable(const QString& name, const SFieldList& fields);
   int addColumns(const SFieldList& fields, const QString& table);
@@ -68,12 +75,14 @@ class TableStore {
   void create(const QString& name, const QString& key, const std::vector<const SField*>& columns,
               const QString& title);
   QString titleOfLayer(int layerId) const;
+  void makeIndex(const QString& table, const char* column);
   QString definitionOf(const SField& field) const;
   void catalogueColumn(const QString& table, int position, const SField& field);
   void changed();
 
   const StoreContext& context_;
   QHash<QString, std::shared_ptr<const TableInfo>> known_;
+  QSet<QString> indexed_;
   int generation_ = 0;
 };
 
