@@ -33,14 +33,15 @@ class RowBatch {
   void clear();
 
  private:
+  struct TextPlace {
+    std::uint32_t start, size;
+  };
   struct Value {
     int type;
     union {
       std::int64_t integer;
       double real;
-      struct {
-        std::uint32_t start, size;
-      } text;
+      TextPlace text;
     };
   };
 
