@@ -1,7 +1,6 @@
 #ifndef KALDEX_SHAPEFILE_SHAPE_IMPORT_H
 #define KALDEX_SHAPEFILE_SHAPE_IMPORT_H
 
-#include <ctime>
 #include <memory>
 #include <unordered_set>
 #include <utility>
@@ -149,7 +148,6 @@ class IEShp::ObjectMaker {
   Vector& vector_;
   KaldexObject object_;
   ObjectDefinition definition_;
-  std::time_t second_ = 0;
   bool found_ = false;
   bool anchorChanged_ = false;
   std::unique_ptr<Anchor> anchor_;

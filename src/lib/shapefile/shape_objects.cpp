@@ -28,10 +28,7 @@ bool IEShp::ObjectMaker::find(const QString& name) {
 }
 
 void IEShp::ObjectMaker::create(const QString& name) {
-  // The stamp holds whole seconds; taking it apart anew for each object would cost more than the object.
-  const std::time_t now = std::time(nullptr);
-  if (now != second_) definition_.time = STime();
-  second_ = now;
+  definition_.time = STime();
   definition_.category = &attributes_.category();
   definition_.name = name;
   definition_.label = name;
