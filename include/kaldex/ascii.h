@@ -65,6 +65,9 @@ class KALDEX_API IEAsc : public SExtFormats {
   class SectionReader;
   class LineImport;
   class SampleImport;
+
+  bool findCategoryLine();
+  Category* offerToMakeCategory(const QString& name);
 };
 
 }  // namespace kaldex_v1

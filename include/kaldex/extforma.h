@@ -217,9 +217,11 @@ class KALDEX_API SExtFormats {
   static bool cancelled();
 
   // The public edge of an operation: runs it, lets no exception through (the storage's are told to the user),
-  // and closes the file on every way out. Calls may nest; the outermost does all this.
+  // and closes the file that it opened on every way out. Calls may nest; the outermost does all this.
 
   int guarded(const std::function<int()>& operation);
+  /// The same for what has no handler; false after an exception.
+  static bool shielded(const std::function<void()>& action);
   /// For operations that change the database: what they stored stays, also after a failure, unless the
   /// caller has a transaction block open, which then decides.
   int guardedImport(Vector* target, const std::function<int()>& operation);

@@ -48,22 +48,26 @@ bool succeeds(Action&& action) {
 
 }  // namespace
 
+bool SExtFormats::shielded(const std::function<void()>& action) {
+  QString failure;
+  try {
+    action();
+    return true;
+  } catch (...) {
+    succeeds([&] { failure = messageOfCurrentException(); });
+  }
+  if (!failure.isNull()) succeeds([&] { show(failure); });
+  return false;
+}
+
 int SExtFormats::guarded(const std::function<int()>& operation) {
   if (guardDepth_ > 0) return operation();
   const Level level(guardDepth_);
-  QString failure;
-  try {
-    const int result = operation();
-    FileClose();
-    return result;
-  } catch (...) {
-    failure = messageOfCurrentException();
-  }
-  succeeds([&] {
-    FileClose();
-    if (!failure.isNull()) show(failure);
-  });
-  return 0;
+  const bool wasOpen = file != nullptr;
+  int result = 0;
+  const bool good = shielded([&] { result = operation(); });
+  if (!good || !wasOpen) succeeds([&] { FileClose(); });
+  return good ? result : 0;
 }
 
 int SExtFormats::guardedImport(Vector* target, const std::function<int()>& operation) {

@@ -1,0 +1,42 @@
+#include "kaldex/ascii.h"
+
+#include "base/strings.h"
+#include "base/text_input.h"
+#include "base/tracer.h"
+
+inline namespace kaldex_v1 {
+
+namespace {
+constexpr std::size_t kNameCapacity = 40;
+}
+
+IEAsc::IEAsc() = default;
+IEAsc::~IEAsc() = default;
+
+int IEAsc::ExtraiNome(char* name) {
+  const Tracer tracer(__FILE__, __LINE__, "IEAsc::ExtraiNome");
+  *name = 0;
+  if (file == nullptr) return 0;
+  qstrncpy(line2, line, sizeof line2);
+  std::size_t record = qstrlen(line2);
+  std::string text;
+  for (;;) {
+    const int c = kaldex::readCharacter(file);
+    if (c == EOF) {
+      inconsistent("FEOF");
+      FileClose();
+      return 0;
+    }
+    if (c == '\n') break;
+    if (record + 1 < kLineCapacity) line2[record++] = static_cast<char>(c);
+    const bool quote = c == '"' || c == '\'';
+    const bool leading = text.empty() && (c == ' ' || c == '\t');
+    if (!quote && !leading && text.size() + 1 < kLineCapacity) text += static_cast<char>(c);
+  }
+  line2[record] = 0;
+  setLine(text.c_str());
+  qstrncpy(name, StrClean(line), kNameCapacity);
+  return 1;
+}
+
+}  // namespace kaldex_v1

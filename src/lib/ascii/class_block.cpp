@@ -1,0 +1,91 @@
+#include "lib/ascii/class_block.h"
+
+#include <QObject>
+
+#include "kaldex/model/database.h"
+#include "lib/ascii/header_writer.h"
+#include "lib/ascii/info_reader.h"
+#include "lib/ascii/record_text.h"
+
+inline namespace kaldex_v1 {
+
+int IEAsc::ClassBlock::run() {
+  if (handler_.dataBase == nullptr) return invalidArgument("dataBase");
+  category_ = handler_.infoLayer != nullptr ? handler_.infoLayer->category() : nullptr;
+  if (category_ == nullptr || category_->model != THEMATICMODEL) {
+    return show(QObject::tr("Modelo da categoria é inválido para esta operação!"));
+  }
+  if (category_->classes.Size() == 0) {
+    addAll_ = ask(QObject::tr("Categoria sem classes. Cria e continua ?"));
+    if (!addAll_) return 0;
+  }
+  if (!readClasses()) return 0;
+  store();
+  tell();
+  return 1;
+}
+
+bool IEAsc::ClassBlock::readClasses() {
+  for (;;) {
+    handler_.clearLine();
+    if (handler_.readLine() == 0) return false;
+    if (kaldex::startsWith(handler_.line, "INFO_END")) return true;
+    kaldex::ClassLine line;
+    if (!kaldex::parseClassLine(handler_.line, points_ ? 1 : 2, line)) {
+      handler_.inconsistent(handler_.line);
+      return false;
+    }
+    take(line);
+  }
+}
+
+void IEAsc::ClassBlock::take(const kaldex::ClassLine& line) {
+  if (GeoClass* const known = category_->classes.findByName(QString::fromLatin1(line.name.c_str()))) {
+    ++changed_;
+    colour(known->visual, line);
+    return;
+  }
+  const bool first = notFound_++ == 0;
+  if (first && !addAll_) {
+    addAll_ = ask(QObject::tr("Classe não encontrada. Adiciona TODAS as classes não encontradas ?") +
+                  QString::fromLatin1(handler_.line));
+  }
+  if (addAll_) add(line);
+}
+
+void IEAsc::ClassBlock::add(const kaldex::ClassLine& line) {
+  auto* const fresh = new GeoClass(-1, QString::fromLatin1(line.name.c_str()), category_->model,
+                                   category_->name, category_->classes.Size() + 1, category_);
+  // What the line doesn't colour keeps the colours that a new visual has.
+  colour(fresh->visual, line);
+  category_->classes.Append(fresh);
+  ++added_;
+}
+
+void IEAsc::ClassBlock::colour(GeneralVisual& visual, const kaldex::ClassLine& line) const {
+  if (points_) {
+    visual.SetPointColor(line.first[0], line.first[1], line.first[2]);
+  } else {
+    visual.SetPolygonColor(line.first[0], line.first[1], line.first[2]);
+    visual.SetLineColor(line.second[0], line.second[1], line.second[2]);
+  }
+}
+
+void IEAsc::ClassBlock::store() {
+  DataBase& base = *handler_.dataBase;
+  if (base.storeCategories(base.categoryList()) == 0) {
+    show(QObject::tr("Problemas na atualização de Categorias!"));
+  }
+  base.beginVisualRefresh();
+  for (GeoClass* geoClass : category_->classes) base.refreshClassVisual(*handler_.infoLayer, *geoClass);
+  base.endVisualRefresh();
+}
+
+void IEAsc::ClassBlock::tell() const {
+  const QString counts = kaldex::filledIn(
+      QObject::tr("Classes não encontradas=%d e classes adicionadas=%d e visual alterados=%d %s"),
+      {QString::number(notFound_), QString::number(added_), QString::number(changed_), "(THEMACLASS)"});
+  show(QObject::tr("Sumário:") + counts);
+}
+
+}  // namespace kaldex_v1

@@ -1,0 +1,47 @@
+#include <QObject>
+#include <cstring>
+
+#include "base/tracer.h"
+#include "kaldex/ascii.h"
+#include "kaldex/model/database.h"
+#include "lib/ascii/record_text.h"
+
+inline namespace kaldex_v1 {
+
+Category* IEAsc::InfoTable(short mode) {
+  const Tracer tracer(__FILE__, __LINE__, "IEAsc::InfoTable");
+  Category* category = nullptr;
+  const int outcome = guardedImport(nullptr, [&] {
+    if (dataBase == nullptr) return invalidArgument("dataBase");
+    if (!openFile("r") || !findCategoryLine()) return 0;
+    const QString name = QString::fromLatin1(line + std::strlen("CATEGORY_OBJ")).trimmed();
+    category = dataBase->GetKaldexObjCategory().Select(name);
+    if (category == nullptr) {
+      category = offerToMakeCategory(name);
+    } else if (mode == 2) {
+      category = nullptr;
+      show(QObject::tr("Esta Categoria/Classe já existe!") + QString::fromLatin1(line));
+    }
+    return 1;
+  });
+  return outcome != 0 ? category : nullptr;
+}
+
+bool IEAsc::findCategoryLine() {
+  do {
+    clearLine();
+    if (readLine() == 0) return false;
+  } while (!kaldex::startsWith(line, "CATEGORY_OBJ"));
+  return true;
+}
+
+Category* IEAsc::offerToMakeCategory(const QString& name) {
+  if (!ask(QObject::tr("Categoria objeto inexistente Cria e continua ?") + name)) return nullptr;
+  CategoryList list(List::Ownership::owns);
+  list.Append(new Category(-1, name, OBJECTMODEL, QString(), 0, nullptr));
+  if (dataBase->storeCategories(list) != 0) return list.First();
+  show(QObject::tr("Problemas na atualização de Categorias!"));
+  return nullptr;
+}
+
+}  // namespace kaldex_v1

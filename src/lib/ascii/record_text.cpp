@@ -1,0 +1,64 @@
+#include "lib/ascii/record_text.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+#include "base/character_class.h"
+#include "base/number_text.h"
+
+namespace kaldex {
+
+namespace {
+
+constexpr float kLowestImpedance = -1.0f;
+
+PlaneResult judged(int count, int expected, double x, double y) {
+  if (count <= 0) return PlaneResult::noNumber;
+  return count == expected && std::isfinite(x) && std::isfinite(y) ? PlaneResult::found
+                                                                   : PlaneResult::malformed;
+}
+
+}  // namespace
+
+bool startsWith(std::string_view text, std::string_view beginning) {
+  return text.substr(0, beginning.size()) == beginning;
+}
+
+bool startsLikeNumber(const char* text) {
+  return *text == '-' || isDecimalDigit(*text);
+}
+
+bool isHemisphereLetter(char letter) {
+  return letter != 0 && std::strchr("ENOSWenosw", letter) != nullptr;
+}
+
+bool isHemisphereWord(const char* word) {
+  return isHemisphereLetter(word[0]) && word[1] == 0;
+}
+
+bool startsCoordinates(const char* word) {
+  return startsLikeNumber(word) || isHemisphereWord(word);
+}
+
+bool parseNetworkRecord(std::string_view text, NetworkRecord& record) {
+  short identifier = 0;
+  TextScan scan(text);
+  if (scan.readAll(identifier, record.impedancePositive, record.impedanceNegative, record.demand) < 4) {
+    return false;
+  }
+  record.impedancePositive = std::max(record.impedancePositive, kLowestImpedance);
+  record.impedanceNegative = std::max(record.impedanceNegative, kLowestImpedance);
+  return true;
+}
+
+PlaneResult parsePlanePair(const char* text, double& x, double& y) {
+  float z = 0.0f;
+  return judged(scanReals(text, &x, &y, &z), 2, x, y);
+}
+
+PlaneResult parsePlaneSample(const char* text, double& x, double& y, float& z) {
+  return judged(scanReals(text, &x, &y, &z), 3, x, y);
+}
+
+}  // namespace kaldex

@@ -1,0 +1,42 @@
+#ifndef KALDEX_ASCII_RECORD_TEXT_H
+#define KALDEX_ASCII_RECORD_TEXT_H
+
+#include <string_view>
+
+namespace kaldex {
+
+// What the first characters of a record or word say about it, and the records that are more than numbers.
+
+bool startsWith(std::string_view text, std::string_view beginning);
+// A record of plane coordinates, or another one that begins with a number.
+bool startsLikeNumber(const char* text);
+// A letter that leads the angle of a geographic coordinate: E, N, O, S, W in either case.
+bool isHemisphereLetter(char letter);
+// A word that is nothing but such a letter.
+bool isHemisphereWord(const char* word);
+// Whether a word that follows a section's opening begins a coordinate record.
+bool startsCoordinates(const char* word);
+
+// The record in front of a network line's coordinates.
+struct NetworkRecord {
+  float impedancePositive = 0.0f;
+  float impedanceNegative = 0.0f;
+  float demand = 0.0f;
+};
+
+// False when it doesn't have an identifier and three values. Impedances below -1 become -1.
+bool parseNetworkRecord(std::string_view text, NetworkRecord& record);
+
+// A plane coordinate pair: of a line's record, which holds two numbers, or of a sample's, with a height as
+// the third.
+enum class PlaneResult {
+  found,
+  noNumber,  // the record is something else
+  malformed  // too few or too many numbers, or one that is no value
+};
+PlaneResult parsePlanePair(const char* text, double& x, double& y);
+PlaneResult parsePlaneSample(const char* text, double& x, double& y, float& z);
+
+}  // namespace kaldex
+
+#endif
