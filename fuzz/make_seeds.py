@@ -1,0 +1,388 @@
+#!/usr/bin/env python3
+"""Makes the seeds of the fuzz targets: small files that are in order, and what is known to upset readers.
+
+    fuzz/make_seeds.py [FOLDER]     FOLDER is fuzz/seeds by default; one folder a target, the same bytes every time
+
+The form of the inputs is told at the head of each target's source.
+"""
+
+import pathlib
+import struct
+import sys
+
+# --- ASCII -----------------------------------------------------------------------------------------------------------
+
+ASCII_JOBS = {"lines": 0, "network": 1, "breaks": 2, "contours": 3, "samples": 4}
+METRES, KILOMETRES, DEGREES = 0, 1, 4
+FOREIGN, SEMICOLON = 0x20, 0x40  # source projection other than the layer's; a separator is set
+YES, NO = 0xFF, 0x00
+
+HEADER = """
+//Arquivo ASCII gerado pelo Sistema KALDEX
+//Projeto: Projeto - Plano de informação: thematic
+//Categoria: Categoria 4 - Modelo: THEMATICMODEL
+PROJECTION\tUTM/SAD69, HEMIS -1, ORIG.LAT n 0 00 00.00, ORIG.LONG o 45 00 00.00, LAT1 n 0 00 00.00, LAT2 n 0 00 00.00
+DATUM\tSAD69, Prd 6378160.000000, Pflt 0.003352891869, Pdx -57.00000000, Pdy 1.00000000, Pdz -41.00000000
+OFFSETX  500000.000000   OFFSETY  10000000.000000   SCALEFACTOR  0.999600
+BOX\t0.000000, 0.000000, 10000000.000000, 100000000.000000
+UNITS Metros
+SCALE\t25000.000000"""
+
+POINTS = "\n500000.000000     7000000.000000\n500100.500000     7000050.250000\n500200.000000     7000000.000000"
+ANGLES = "\n o 45 00 00.0000   s 23 10 05.2000\n o 45 00 10.0000   s 23 10 15.2000"
+
+
+def section(keyword, records, header=HEADER, info=""):
+    return f"\n{keyword}\nINFO\n//Arcos sem Topologia{header}{info}\nINFO_END{records}\nEND\n"
+
+
+def ascii_sections():
+    lines = POINTS + "\nEND" + POINTS + "\nEND"
+    contours = "\nLINE3D\nHEIGHT 100.000000" + POINTS + "\nEND\nLINE3D-MASTER\nHEIGHT 150.5" + ANGLES + "\nEND"
+    points3d = "\nPOINT3D\n500000.0   7000000.0   612.5\n500001.0  7000001.0  -1e3\nEND"
+    heights = "\nPOINT3D\n o 45 00 00.00   s 23 10 05.20   z 612.5\nEND"
+    cases = {
+        "lines": ("lines", METRES, section("LINES", lines)),
+        "lines_in_km": ("lines", KILOMETRES, section("LINES", lines)),
+        "lines_as_angles": ("lines", METRES, section("LINES", ANGLES + "\nEND")),
+        "lines_of_other_datum": ("lines", FOREIGN, section("LINES", ANGLES + "\nEND")),
+        "lines_in_degrees": ("lines", DEGREES | FOREIGN, section("LINES", "\n-45.1  -23.1\n-45.2  -23.2\nEND")),
+        "no_header": ("lines", METRES, "LINES" + lines + "\nEND\n"),
+        "behind_others": ("lines", METRES, section("POLYGONS", lines) + section("LINES", lines)),
+        "last_end_missing": ("lines", METRES, "LINES" + lines + "\n"),
+        "no_final_line_feed": ("lines", METRES, "LINES" + POINTS),
+        "end_doubled": ("lines", METRES, "LINES" + POINTS + "\nEND\nEND" + POINTS + "\nEND\nEND\n"),
+        "end_in_other_forms": ("lines", METRES, "LINES" + POINTS + "\nEnd  \n  end\nENDE\n"),
+        "text_behind_number": ("lines", METRES, "LINES\n1 2 lote 7\n3 4\nEND\nEND\n"),
+        "separators_mixed": ("lines", METRES, "LINES\n1,2\n3\t4\n1,5,2,5\nEND\nEND\n"),
+        "exponents": ("lines", METRES, "LINES\n1.0D+05 2e3\n1e308 1e-320\n-1e400 nan\ninf 0x1p3\nEND\nEND\n"),
+        "three_numbers": ("lines", METRES, "LINES\n1 2 3\n4 5 6\nEND\nEND\n"),
+        "same_points": ("lines", METRES, "LINES\n1 2\n1 2\nEND\n1 2\n1 2\n1 2\nEND\n7 7\nEND\nEND\n"),
+        "unknown_word": ("lines", METRES, "LINES\n// LINES 1 2 END\nAUTO 7\n1 2\nEND\nEND\n"),
+        "carriage_returns": ("lines", METRES, "LINES\r\n1 2\r\n3 4\r\nEND\r\nEND\r\n"),
+        "carriage_return_later": ("lines", METRES, "LINES\n1 2\r\n3 4\r\nEND\r\nEND\r\n"),
+        "zeros": ("lines", METRES, "LINES\n1 2\0 3\n\0\n4 5\nEND\nEND\n"),
+        "line_too_long": ("lines", METRES, "LINES\n1 2\x01 \x80\n3 4\nEND\nEND\n"),
+        "word_too_long": ("lines", METRES, "LINES\n\x011\xff 2\n3 4\nEND\nEND\n"),
+        "line_just_fits": ("lines", METRES, "LINES\n1\x01 \x7f2\n3 4\nEND\nEND\n"),
+        "header_cut": ("lines", METRES, "LINES\nINFO\nPROJECTION\tUTM"),
+        "network": ("network", METRES, section("NETWORK", "\n 7   1.5   -5   0.25" + POINTS + "\nEND")),
+        "network_objects": ("network", METRES, section("NETWORK_OBJECTS", "\n 7 1 2 3" + POINTS + "\nEND")),
+        "network_short": ("network", METRES, "NETWORK\n 99999999999 1\n1 2\n3 4\nEND\nEND\n"),
+        "break_lines": ("breaks", METRES, section("LINES", lines)),
+        "contours": ("contours", METRES, section("CONTOURLINES", contours + points3d)),
+        "contours_of_other_datum": ("contours", FOREIGN, section("CONTOURLINES", contours + heights)),
+        "contours_in_samples": ("samples", METRES, section("CONTOURLINES", contours + points3d + heights)),
+        "points_outside": ("samples", METRES, "CONTOURLINES\nPOINT3D\n-5 -5 1\n1e9 1e9 1\nEND\nEND\n"),
+        "no_height": ("contours", METRES, "CONTOURLINES\nLINE3D\n1 2\nEND\nPOINT3D\ns 1 2 3 o 4 5 6\nEND\nEND\n"),
+        "empty_blocks": ("contours", METRES, "CONTOURLINES\nLINE3D\nHEIGHT 1\nEND\nPOINT3D\nEND\nEND\n"),
+        "height_no_number": ("contours", METRES, "CONTOURLINES\nLINE3D\nHEIGHT alto\n1 2\nEND\nEND\n"),
+    }
+    return {name: bytes([ASCII_JOBS[job], settings, YES]) + text.encode("latin1")
+            for name, (job, settings, text) in cases.items()}
+
+
+def info_block():
+    block, table, grid, info_table, box, projection, types, fields, angles, names = range(10)
+    columns = ("INFO\nSEPARATOR ;\nUNFORMATED\nCATEGORY_OBJ Objetos\nT_KEY; TEXTO; 32\nT_NAME; TEXTO; 32\n"
+               "area;REAL\n2nome;TEXTO;20\nqint32;INTEIRO\ndia;DATA\nSTRING;TEXTO;5\narea;REAL\n"
+               "um nome muito comprido;REAL\num nome muito comprido;REAL\nINFO_END\n")
+    known = "INFO\nSEPARATOR ;\nCATEGORY_OBJ Lotes\nbairro;TEXTO;20\nnão há;REAL\nINFO_END\n"
+    classes = "INFO\nTHEMACLASS\n255 0 0 Mata ciliar\n0 255 0 0 0 255 Água\n1 2\nINFO_END\n"
+    corner = "GRIDREG\nINFO\nGRIDDEF 10 20 500000.0 7000000.0 50.0 50.0 -9999\nGRIDCLASS\n1 2 3 Mata\nINFO_END\n"
+    angle_corner = "GRIDREG\nINFO\nGRIDDEF 10 20 o 45 0 0.0 s 23 10 5.2 50.0 50.0 -9999\nINFO_END\n"
+    degrees = HEADER.replace("BOX\t0.000000, 0.000000, 10000000.000000, 100000000.000000\nUNITS Metros",
+                             "BOX\tX1 -45.5, Y1 -23.5, X2 -45.0, Y2 -23.0\nUNITS Geográficas DEG")
+    texts = HEADER.replace("BOX\t0.000000, 0.000000, 10000000.000000, 100000000.000000\nUNITS Metros",
+                           "BOX\tX1 o 45 30 0, Y1 s 23 30 0, X2 o 45 0 0, Y2 s 23 0 0\nUNITS Geográficas GMS")
+    cases = {
+        "header": (block, METRES, YES, "INFO\n" + HEADER + "\nINFO_END\n"),
+        "columns": (block, METRES, YES, columns),
+        "columns_refused": (block, METRES, NO, columns),
+        "columns_of_known_table": (table, METRES, YES, known),
+        "column_size_negative": (block, METRES, YES, "INFO\nSEPARATOR ;\nCATEGORY_OBJ Objetos\na;TEXTO;-1\nINFO_END\n"),
+        "column_size_large": (block, METRES, YES, "INFO\nCATEGORY_OBJ Objetos\na;TEXT;999999999999\nINFO_END\n"),
+        "column_without_name": (block, METRES, YES, "INFO\nCATEGORY_OBJ Objetos\n;REAL\n;;;\n;\nINFO_END\n"),
+        "column_name_long": (block, METRES, YES, "INFO\nCATEGORY_OBJ Objetos\n\x01a\x20;REAL\nINFO_END\n"),
+        "columns_formated": (block, METRES, YES, "INFO\nFORMATED\nCATEGORY_OBJ Objetos\na;REAL\nINFO_END\n"),
+        "separator_long": (block, METRES, YES, "INFO\nSEPARATOR ;;\nINFO_END\n"),
+        "separator_missing": (block, METRES, YES, "INFO\nSEPARATOR\nINFO_END\n"),
+        "classes_of_polygons": (block, METRES, YES, classes),
+        "classes_of_points": (table, METRES, YES, classes),
+        "classes_refused": (table, METRES, NO, classes),
+        "class_name_long": (table, METRES, YES, "INFO\nTHEMACLASS\n1 2 3 \x01x\x01\nINFO_END\n"),
+        "grid": (grid, METRES, YES, corner),
+        "grid_of_other_datum": (grid, FOREIGN | DEGREES, YES, corner),
+        "grid_at_angles": (grid, METRES, YES, angle_corner),
+        "grid_sizes": (grid, METRES, YES, "GRIDREG\nINFO\nGRIDDEF -1 99999 x\nGRIDDEF 1 1 1 1 1 1 nan\nINFO_END\n"),
+        "no_info_end": (block, METRES, YES, "INFO\nSCALE\t1\n"),
+        "object_table": (info_table, METRES, YES, "TABLE\nINFO\nCATEGORY_OBJ Bairros\n"),
+        "object_table_known": (info_table, METRES, YES, "TABLE\nINFO\nCATEGORY_OBJ Lotes\n"),
+        "object_table_nameless": (info_table, METRES, YES, "TABLE\nINFO\nCATEGORY_OBJ\nINFO_END\n"),
+        "box_plane": (box, METRES, YES, HEADER),
+        "box_degrees": (box, METRES, YES, degrees),
+        "box_texts": (box, METRES, YES, texts),
+        "box_of_two_headers": (box, METRES, YES, degrees + HEADER),
+        "projection": (projection, METRES, YES, HEADER),
+        "projection_unknown": (projection, METRES, YES, HEADER.replace("UTM", "QUALQUER")),
+        "projection_numbers": (projection, METRES, YES, HEADER.replace("Prd 6378160.000000", "Prd -1e308")),
+        "projection_half": (projection, METRES, YES, "PROJECTION DATUM HEMIS Prd"),
+        "types": (types, SEMICOLON, YES, "a;b;c;d;e;f\n123;1234;1.5;12/03/2001;0;abc\n"),
+        "types_many": (types, SEMICOLON, YES, "a;b\n\x01;\x02\n"),
+        "types_one_line": (types, SEMICOLON, YES, "a,b"),
+        "fields": (fields, SEMICOLON, YES, "a;b\na;;b\n1,5;2\n1;2;3;4;5;6;7;8\n;\n;;;;\n"),
+        "field_long": (fields, SEMICOLON, YES, "a;b\n\x01x\x20;b\na;\x01 \x11\n"),
+        "angles": (angles, FOREIGN, YES, "s 23 10 5.20 o 45 30 10.50 z 612.5\nO 45 30 10 N 1 2 3\nx 1 2 3\nEND\n"),
+        "angles_odd": (angles, METRES, YES, "s 99 99 99 o 999 99 99\nn\te\nn 1 2 3 n 1 2 3\ns 1 2 3 o 4 5 6 z\n"),
+        "names": (names, METRES, YES, 'LABEL "Praça da Sé"\nNAME \'x\'\nCLASS_NAME \x01n\x01\nLABEL\n'),
+    }
+    return {name: bytes([what, settings, answers]) + text.encode("latin1")
+            for name, (what, settings, answers, text) in cases.items()}
+
+
+# --- Shapefiles ------------------------------------------------------------------------------------------------------
+
+LINES, CADASTRAL, SAMPLES, NETWORK, CONTOURS = range(5)
+POINT, ARC, POLYGON, MULTIPOINT, POINT_Z, ARC_Z, POLYGON_Z, ARC_M = 1, 3, 5, 8, 11, 13, 15, 23
+OUTER = [(500000, 7000000), (500000, 7000100), (500100, 7000100), (500100, 7000000), (500000, 7000000)]
+HOLE = [(500020, 7000020), (500040, 7000020), (500040, 7000040), (500020, 7000040), (500020, 7000020)]
+OTHER = [(500200, 7000000), (500200, 7000100), (500300, 7000100), (500200, 7000000)]
+WKT = ('PROJCS["UTM_23S",GEOGCS["GCS_SAD69",DATUM["D_South_American_1969",SPHEROID["GRS_1967_Truncated",6378160.0,'
+       '298.25]],PRIMEM["Greenwich",0.0],UNIT["Degree",0.0174532925199433]],PROJECTION["Transverse_Mercator"],'
+       'PARAMETER["False_Easting",500000.0],PARAMETER["False_Northing",10000000.0],'
+       'PARAMETER["Central_Meridian",-45.0],PARAMETER["Scale_Factor",0.9996],PARAMETER["Latitude_Of_Origin",0.0],'
+       'UNIT["Meter",1.0]]')
+
+
+def box_of(points):
+    xs, ys = [p[0] for p in points], [p[1] for p in points]
+    return struct.pack("<4d", min(xs), min(ys), max(xs), max(ys)) if points else struct.pack("<4d", 0, 0, 0, 0)
+
+
+def shape_of_points(points, kind):
+    data = b"".join(struct.pack("<2d", *p[:2]) for p in points)
+    if kind == POINT_Z:
+        data += struct.pack("<2d", points[0][2], 0)
+    return struct.pack("<i", kind) + data
+
+
+def shape_of_parts(parts, kind, heights=None, measures=None):
+    points = [p for part in parts for p in part]
+    starts, at = [], 0
+    for part in parts:
+        starts.append(at)
+        at += len(part)
+    data = struct.pack("<i", kind) + box_of(points) + struct.pack("<2i", len(parts), len(points))
+    data += struct.pack(f"<{len(starts)}i", *starts) + b"".join(struct.pack("<2d", *p) for p in points)
+    for extra in (heights, measures):
+        if extra is not None:
+            data += struct.pack("<2d", min(extra), max(extra)) + struct.pack(f"<{len(extra)}d", *extra)
+    return data
+
+
+NULL = struct.pack("<i", 0)
+
+
+def head(kind, length):
+    return struct.pack(">7i", 9994, 0, 0, 0, 0, 0, length // 2) + struct.pack("<2i8d", 1000, kind, *[0.0] * 8)
+
+
+def main_file(kind, shapes):
+    data = b"".join(struct.pack(">2i", n, len(s) // 2) + s for n, s in enumerate(shapes, 1))
+    return head(kind, 100 + len(data)) + data
+
+
+def index_file(kind, shapes):
+    data, at = b"", 50
+    for shape in shapes:
+        data += struct.pack(">2i", at, len(shape) // 2)
+        at += 4 + len(shape) // 2
+    return head(kind, 100 + len(data)) + data
+
+
+def dbf_file(columns, rows, language=0, version=3, count=None, record=None, header=None, end=b"\x1a"):
+    """Columns are (name, type, width, decimals); rows are lists of bytes of any length."""
+    length = 1 + sum(width for _, _, width, _ in columns)
+    data = struct.pack("<4BIHH16xBBxx", version, 101, 1, 1, len(rows) if count is None else count,
+                       32 + 32 * len(columns) + 1 if header is None else header,
+                       length if record is None else record, 0, language)
+    for name, kind, width, decimals in columns:
+        data += name.encode("latin1")[:11].ljust(11, b"\0") + kind.encode() + bytes(4) + bytes([width, decimals]) + bytes(14)
+    data += b"\r"
+    for row in rows:
+        data += b" " + b"".join(value[:width].ljust(width) for value, (_, _, width, _) in zip(row, columns))
+    return data + end
+
+
+COLUMNS = [("NOME", "C", 12, 0), ("AREA", "N", 9, 2), ("POP", "N", 6, 0), ("DIA", "D", 8, 0), ("SIM", "L", 1, 0)]
+ROWS = [["São Paulo".encode(), b"12.50", b"100", b"20240131", b"T"], [b"Bel\xe9m", b"*********", b"1.5", b"00000000", b"?"],
+        [b"", b"-1e9", b"", b"", b""]]
+
+
+def container(job, settings, answers, shp=b"", shx=b"", dbf=b"", cpg=b""):
+    parts = [shp, shx, dbf, cpg]
+    return bytes([job, settings, answers]) + struct.pack("<4H", *map(len, parts)) + b"".join(parts)
+
+
+def whole(job, kind, shapes, settings=METRES, answers=YES, **files):
+    made = {"shp": main_file(kind, shapes), "shx": index_file(kind, shapes), "dbf": dbf_file(COLUMNS, ROWS)}
+    made.update(files)
+    return container(job, settings, answers, **made)
+
+
+def patched(data, at, form, *values):
+    return data[:at] + struct.pack(form, *values) + data[at + struct.calcsize(form):]
+
+
+def shapefile():
+    points = [shape_of_points([(500000 + i, 7000000)], POINT) for i in range(3)]
+    samples = [shape_of_points([(500000 + i, 7000000, 100.5)], POINT_Z) for i in range(3)]
+    arcs = [shape_of_parts([OUTER[:3], OTHER[:2]], ARC), NULL, shape_of_parts([HOLE], ARC)]
+    polygons = [shape_of_parts([OUTER, HOLE], POLYGON), shape_of_parts([list(reversed(HOLE))], POLYGON),
+                shape_of_parts([OTHER], POLYGON)]
+    contour = [shape_of_parts([OUTER[:3]], ARC_Z, [100.0] * 3, [0.0] * 3), shape_of_parts([OTHER], POLYGON_Z, [50.0] * 4)]
+    measured = [shape_of_parts([OUTER[:3]], ARC_M, measures=[1.0, 2.0, -1e39])]
+    arc_file, polygon_file = main_file(ARC, arcs), main_file(POLYGON, polygons)
+    names = [("NID", "C", 3, 0), ("1\xe9-x", "C", 3, 0), ("_A", "C", 3, 0), ("_A", "C", 3, 0), ("", "C", 3, 0), ("ABCDEFGHIJK", "C", 3, 0),
+             ("abcdefghij", "C", 3, 0)]
+    return {
+        "points": whole(CADASTRAL, POINT, points),
+        "arcs": whole(LINES, ARC, arcs),
+        "arcs_of_other_datum": whole(LINES, ARC, [shape_of_parts([[(-45.1, -23.1), (-45.2, -23.2)]], ARC)], settings=DEGREES | FOREIGN),
+        "arcs_in_network": whole(NETWORK, ARC, arcs, cpg=b"UTF-8"),
+        "polygons_cleaned": whole(CADASTRAL, POLYGON, polygons),
+        # The second question, whether to clean inner polygons, gets a no.
+        "polygons_nested": whole(CADASTRAL, POLYGON, polygons, answers=0b11111101),
+        "polygons_thematic": whole(LINES, POLYGON, polygons, answers=NO),
+        "holes_alone": whole(LINES, POLYGON, [shape_of_parts([HOLE, list(reversed(OTHER))], POLYGON)], answers=NO),
+        "hole_far_away": whole(LINES, POLYGON, [shape_of_parts([OUTER, OTHER, [(x + 9e5, y) for x, y in HOLE]], POLYGON)], answers=NO),
+        "rings_open": whole(LINES, POLYGON, [shape_of_parts([OUTER[:4], HOLE[:3], OTHER[:1]], POLYGON)]),
+        "ring_flat": whole(LINES, POLYGON, [shape_of_parts([OUTER, [(500000, 7000000)] * 4], POLYGON)]),
+        "arc_of_one_point": whole(LINES, ARC, [shape_of_parts([OUTER[:1], []], ARC)]),
+        "not_numbers": whole(LINES, POLYGON, [shape_of_parts([[(float("nan"), 1e308), (float("inf"), 0)] * 2], POLYGON)]),
+        "samples": whole(SAMPLES, POINT_Z, samples),
+        "samples_outside": whole(SAMPLES, POINT_Z, [shape_of_points([(-9e9, 0, 1)], POINT_Z), shape_of_points([(0, 0, 0)], POINT_Z)]),
+        "contours": whole(CONTOURS, ARC_Z, contour),
+        "contours_by_measure": whole(CONTOURS, ARC_M, measured),
+        "contours_flat": whole(CONTOURS, ARC, arcs),
+        "main_file_alone": container(LINES, 0, YES, shp=arc_file),
+        "multipoints": whole(LINES, MULTIPOINT, [NULL]),
+        "kinds_mixed": whole(LINES, ARC, [shape_of_points([(1, 2)], POINT), arcs[0]]),
+        "index_short": whole(LINES, ARC, arcs, shx=index_file(ARC, arcs)[:110]),
+        "index_astray": whole(LINES, ARC, arcs, shx=patched(index_file(ARC, arcs), 100, ">2i", 0x3FFFFFFF, 0x3FFFFFFF)),
+        "index_back": whole(LINES, ARC, arcs, shx=patched(index_file(ARC, arcs), 108, ">2i", -50, -1)),
+        "index_counts_more": whole(LINES, ARC, arcs, shx=patched(index_file(ARC, arcs), 24, ">i", 0x7FFFFFFF)),
+        "file_cut": whole(LINES, ARC, arcs, shp=arc_file[:-20]),
+        "file_head_only": whole(LINES, ARC, arcs, shp=arc_file[:100]),
+        "parts_count_huge": whole(LINES, ARC, arcs, shp=patched(arc_file, 144, "<2i", 0x7FFFFFFF, 5)),
+        "points_count_huge": whole(LINES, ARC, arcs, shp=patched(arc_file, 144, "<2i", 2, 0x7FFFFFFF)),
+        "counts_negative": whole(LINES, ARC, arcs, shp=patched(arc_file, 144, "<2i", -1, -2)),
+        "part_starts_astray": whole(CADASTRAL, POLYGON, polygons, shp=patched(polygon_file, 152, "<2i", 7, -3)),
+        "content_longer": whole(LINES, ARC, arcs, shp=patched(arc_file, 104, ">i", 0x7FFFFFFF)),
+        "boxes_wrong": whole(LINES, ARC, arcs, shp=patched(arc_file, 36, "<4d", 1e300, 1, -1, float("nan"))),
+        "fewer_rows": whole(CADASTRAL, ARC, arcs, dbf=dbf_file(COLUMNS, ROWS[:1])),
+        "table_no_table": whole(CADASTRAL, ARC, arcs, dbf=b"kein dbf"),
+        "table_refused": whole(CADASTRAL, ARC, arcs, dbf=b"", answers=NO),
+        "table_names": whole(CADASTRAL, POINT, points, dbf=dbf_file(names, [[b"a"] * 7] * 3)),
+        "encoding_lies": whole(CADASTRAL, POINT, points, cpg=b"UTF-8\r\n", dbf=dbf_file(COLUMNS, ROWS, language=0x57)),
+        "encoding_codes": whole(CADASTRAL, POINT, points, cpg=b"ANSI 1251", dbf=dbf_file(COLUMNS, ROWS, language=0x64)),
+    }
+
+
+def dbf():
+    wide = [("TEXTO", "C", 254, 0)]
+    many = [(f"C{i}", "C", 1, 0) for i in range(6)]
+    good = dbf_file(COLUMNS, ROWS)
+    cases = {
+        "whole": good,
+        "no_end_mark": dbf_file(COLUMNS, ROWS, end=b""),
+        "count_zero": dbf_file(COLUMNS, ROWS, count=0),
+        "count_huge": dbf_file(COLUMNS, ROWS, count=0xFFFFFFFF),
+        "record_length_wrong": dbf_file(COLUMNS, ROWS, record=20),
+        "record_length_zero": dbf_file(COLUMNS, ROWS, record=0),
+        "record_length_more": dbf_file(COLUMNS, ROWS, record=65535),
+        "head_length_wrong": dbf_file(COLUMNS, ROWS, header=33),
+        "head_length_zero": dbf_file(COLUMNS, ROWS, header=0),
+        "head_length_more": dbf_file(COLUMNS, ROWS, header=65535),
+        "no_columns": dbf_file([], []),
+        "width_zero": dbf_file([("A", "N", 0, 0), ("B", "C", 0, 0)], [[b"", b""]]),
+        "decimals_more_than_width": dbf_file([("A", "N", 4, 15), ("B", "F", 20, 255)], [[b"1.25", b"1,5e300"]]),
+        "names_unended": dbf_file([("ABCDEFGHIJK", "C", 3, 0), ("\xff\xfe\0rest", "C", 3, 0)], [[b"abc", b"def"]]),
+        "binary_kinds": dbf_file([("I", "I", 4, 0), ("B", "B", 8, 0), ("T", "T", 8, 0), ("Y", "Y", 8, 0), ("M", "M", 10, 0), ("@", "@", 8, 0)],
+                                 [[b"\xff" * 4, b"\x7f" * 8, b"\x01" * 8, b"\x80" * 8, b"0000000001", b"\xff" * 8]], version=0x30),
+        "wide_text": dbf_file(wide, [["ç".encode() * 127], [b"\xe7" * 254]]),
+        "deleted_rows": good.replace(b" S\xc3\xa3o", b"*S\xc3\xa3o"),
+        "cut_in_row": good[:-30],
+        "cut_in_head": good[:70],
+        "many_columns": dbf_file(many, [[b"\0"] * 6, [b"\x1a"] * 6]),
+        "numbers": dbf_file([("N", "N", 20, 0)], [[b"12345678901234567890"], [b"  -2147483648"], [b"1,5"], [b"."], [b"-"], [b"0x10"]]),
+        "dates": dbf_file([("D", "D", 8, 0)], [[b"20240230"], [b"        "], [b"99999999"], [b"2024"]]),
+        "level_7": dbf_file(COLUMNS, ROWS, version=0x8C),
+        "language_dos": dbf_file(COLUMNS, ROWS, language=0x02),
+    }
+    seeds = {name: bytes([0, 1]) + data for name, data in cases.items()}
+    for number, name in enumerate(["", "utf8", "cp1252", "cp850", "utf16", "unknown"]):
+        if name:
+            seeds["read_as_" + name] = bytes([number, 0]) + good
+    return seeds
+
+
+# --- The small ones --------------------------------------------------------------------------------------------------
+
+def geometry_blob():
+    def blob(body, flags=1, envelope=b"", srs=4326, order="<"):
+        return b"GP\0" + bytes([flags]) + struct.pack(order + "i", srs) + envelope + body
+
+    coordinates = struct.pack("<6d", 1, 2, 3, 4, 5, 6)
+    line = struct.pack("<BII", 1, 2, 3) + coordinates
+    polygon = struct.pack("<BII", 1, 3, 2) + struct.pack("<I", 0) + struct.pack("<I", 3) + coordinates
+    return {
+        "line": blob(line, 3, struct.pack("<4d", 1, 5, 2, 6)),
+        "line_without_envelope": blob(line),
+        "line_z": blob(struct.pack("<BII", 1, 1002, 2) + coordinates),
+        "line_zm_extended": blob(struct.pack("<BII", 1, 0xC0000002, 1) + coordinates),
+        "line_of_too_many": blob(struct.pack("<BII", 1, 2, 0x10000001) + coordinates),
+        "line_big_endian": blob(struct.pack(">BII6d", 0, 2, 3, 1, 2, 3, 4, 5, 6), 0, order=">"),
+        "polygon": blob(polygon),
+        "polygon_of_too_many": blob(struct.pack("<BII", 1, 3, 0xFFFFFFFF) + struct.pack("<I", 0) * 4),
+        "point": blob(struct.pack("<BI2d", 1, 1, 1, 2)),
+        "point_z": blob(struct.pack("<BI3d", 1, 1001, 1, 2, 3)),
+        "point_empty": blob(struct.pack("<BI2d", 1, 1, float("nan"), float("nan")), 0x11),
+        "envelope_xyzm": blob(line, 9, struct.pack("<8d", *range(8))),
+        "envelope_unknown": blob(line, 0x0F),
+        "collection": blob(struct.pack("<BII", 1, 7, 1) + line),
+        "cut": blob(line)[:-1],
+    }
+
+
+def projection_text():
+    sirgas = ('GEOGCS["SIRGAS 2000",DATUM["Sistema de Referencia Geocentrico para las AmericaS 2000",'
+              'SPHEROID["GRS 1980",6378137,298.257222101]],PRIMEM["Greenwich",0],UNIT["degree",0.0174532925199433]]')
+    wkt2 = ('PROJCRS["x",BASEGEOGCRS["WGS 84",DATUM["World Geodetic System 1984",ELLIPSOID["WGS 84",6378137,298.257223563]]],'
+            'CONVERSION["y",METHOD["Lambert Conic Conformal (2SP)"],PARAMETER["Latitude of 1st standard parallel",-2],'
+            'PARAMETER["Latitude of 2nd standard parallel",-22]],CS[Cartesian,2],AXIS["e",east],AXIS["n",north],'
+            'LENGTHUNIT["metre",1]]')
+    cases = {
+        "epsg": "EPSG:31983", "epsg_geographic": "EPSG:4326", "epsg_none": "EPSG:999999999999", "esri": WKT,
+        "geographic": sirgas, "wkt2": wkt2, "utm": "+proj=utm +zone=23 +south +ellps=aust_SA +towgs84=-57,1,-41 +units=m +no_defs",
+        "longlat": "+proj=longlat +datum=WGS84 +no_defs", "degenerate": "+proj=tmerc +lat_0=1e308 +k=0 +a=0 +type=crs",
+        "cone": "+proj=lcc +lat_1=-10 +lat_2=10 +lon_0=-54 +ellps=GRS80 +type=crs", "compound": f'COMPD_CS["a",{sirgas},VERT_CS["b",VERT_DATUM["c",2005],UNIT["m",1]]]',
+        "feet": WKT.replace('UNIT["Meter",1.0]', 'UNIT["Foot_US",0.3048006096012192]'), "meridian": sirgas.replace('"Greenwich",0', '"Paris",2.33722917'),
+        "deep": "\x01[\x20", "unended": WKT[:200], "quotes": 'GEOGCS["a""b",DATUM["c\nd"]]', "empty": "  ",
+    }
+    return {name: text.encode() for name, text in cases.items()}
+
+
+def main():
+    root = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent / "seeds"
+    for make in (ascii_sections, info_block, shapefile, dbf, geometry_blob, projection_text):
+        folder = root / make.__name__
+        folder.mkdir(parents=True, exist_ok=True)
+        seeds = make()
+        for name, data in seeds.items():
+            (folder / name).write_bytes(data)
+        print(f"{make.__name__}: {len(seeds)} seeds, {sum(map(len, seeds.values()))} bytes")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,71 @@
+#ifndef KALDEX_FUZZ_WORKPLACE_H
+#define KALDEX_FUZZ_WORKPLACE_H
+
+#include <QCoreApplication>
+#include <cstdint>
+#include <functional>
+#include <memory>
+
+#include "fuzz/support/scratch.h"
+#include "kaldex/extforma.h"
+#include "kaldex/model/catalog.h"
+#include "kaldex/model/database.h"
+#include "kaldex/model/projection.h"
+#include "kaldex/model/report.h"
+#include "kaldex/model/vector.h"
+
+namespace kaldex::fuzz {
+
+/// Answers the n-th question of a run by the n-th of eight bits. A message that no file may lead to ends the
+/// process: that of a failure of the storage, or of memory, neither of which is short here.
+class BitPresenter : public MessagePresenter {
+ public:
+  void start(std::uint8_t answers);
+  int present(int kind, QWidget* parent, const QString& title, const QString& text) override;
+
+ private:
+  unsigned answers_ = 0;
+  int asked_ = 0;
+};
+
+/// What one process reuses for all its runs: a folder in memory, and a geographic database in it with an
+/// empty layer of each kind.
+class Workplace {
+ public:
+  enum LayerKind { thematic, network, cadastral, contours, samples, layerKinds };
+
+  static Workplace& instance();
+
+  QString path(const char* name) const { return scratch_.path(name); }
+  void write(const char* name, std::string_view content) const { scratch_.write(name, content); }
+
+  /// Set a handler up for a file of the folder and a layer. `settings` chooses units, coordinate form,
+  /// separator, and whether the file's projection differs from the layer's.
+  void init(SExtFormats& handler, LayerKind kind, const char* dataFile, std::uint8_t settings);
+  InfoLayer* layer(LayerKind kind) const { return layers_[kind]; }
+  Vector* vector(LayerKind kind) const;
+  SProjection* projection() const { return project_->projection(); }
+  /// A category of objects with an attribute table, or one without.
+  Category* objects(bool withTable) const;
+
+  /// Run an operation in a transaction that is then undone. Ends the process when anything of it stays.
+  void undone(std::uint8_t answers, const std::function<void()>& operation);
+
+ private:
+  Workplace();
+  void makeCategories();
+  void makeLayers();
+  long long contents() const;
+
+  Scratch scratch_;
+  std::unique_ptr<DataBase> dataBase_;
+  std::unique_ptr<SProjection> foreign_;
+  Project* project_ = nullptr;
+  InfoLayer* layers_[layerKinds] = {};
+  long long contentsBefore_ = 0;
+  BitPresenter presenter_;
+};
+
+}  // namespace kaldex::fuzz
+
+#endif
