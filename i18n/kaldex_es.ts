@@ -1,0 +1,1396 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="es" sourcelanguage="pt">
+<context>
+    <name>DataBase</name>
+    <message>
+        <source>O arquivo %1 não é um banco de dados geográfico.</source>
+        <translation>El archivo %1 no es una base de datos geográfica.</translation>
+    </message>
+    <message>
+        <source>O banco de dados %1 foi criado por uma versão mais nova.</source>
+        <translation>La base de datos %1 fue creada por una versión más nueva.</translation>
+    </message>
+    <message>
+        <source>Tabela ou coluna inexistente: %1</source>
+        <translation>Tabla o columna inexistente: %1</translation>
+    </message>
+    <message>
+        <source>Banco de dados PostgreSQL ainda não disponível: %1</source>
+        <translation>Las bases de datos PostgreSQL aún no están disponibles: %1</translation>
+    </message>
+    <message>
+        <source>O banco de dados %1 não pôde ser aberto: %2</source>
+        <translation>No se pudo abrir la base de datos %1: %2</translation>
+    </message>
+    <message>
+        <source>O arquivo %1 não existe.</source>
+        <translation>El archivo %1 no existe.</translation>
+    </message>
+    <message>
+        <source>O arquivo %1 já existe.</source>
+        <translation>El archivo %1 ya existe.</translation>
+    </message>
+    <message>
+        <source>O arquivo %1 não pôde ser criado: %2</source>
+        <translation>No se pudo crear el archivo %1: %2</translation>
+    </message>
+</context>
+<context>
+    <name>QObject</name>
+    <message>
+        <source>não é um número inteiro</source>
+        <translation>no es un número entero</translation>
+    </message>
+    <message>
+        <source>não é um número real</source>
+        <translation>no es un número real</translation>
+    </message>
+    <message>
+        <source>não é uma data</source>
+        <translation>no es una fecha</translation>
+    </message>
+    <message>
+        <source>Modelo da categoria é inválido para esta operação!</source>
+        <translation>¡El modelo de la categoría no es válido para esta operación!</translation>
+    </message>
+    <message>
+        <source>Categoria sem classes. Cria e continua ?</source>
+        <translation>Categoría sin clases. ¿Crearlas y continuar?</translation>
+    </message>
+    <message>
+        <source>Classe não encontrada. Adiciona TODAS as classes não encontradas ?</source>
+        <translation>Clase no encontrada. ¿Añadir TODAS las clases no encontradas?</translation>
+    </message>
+    <message>
+        <source>Problemas na atualização de Categorias!</source>
+        <translation>¡Problemas al actualizar las categorías!</translation>
+    </message>
+    <message>
+        <source>Classes não encontradas=%d e classes adicionadas=%d e visual alterados=%d %s</source>
+        <translation>Clases no encontradas=%d y clases añadidas=%d y visuales modificados=%d %s</translation>
+    </message>
+    <message>
+        <source>Sumário:</source>
+        <translation>Resumen:</translation>
+    </message>
+    <message>
+        <source>Opção não disponível!</source>
+        <translation>¡Opción no disponible!</translation>
+    </message>
+    <message>
+        <source>Deseja inserir este(s) atributo(s)?</source>
+        <translation>¿Desea insertar este(os) atributo(s)?</translation>
+    </message>
+    <message>
+        <source>O objeto não foi encontrado no Banco de Dados!</source>
+        <translation>¡No se encontró el objeto en la base de datos!</translation>
+    </message>
+    <message>
+        <source>Não existe esse atributo na tabela!</source>
+        <translation>¡No existe ese atributo en la tabla!</translation>
+    </message>
+    <message>
+        <source>Arquivo INCONSISTENTE. Ignorar somente o item errado e continuar?</source>
+        <translation>Archivo INCONSISTENTE. ¿Ignorar sólo el elemento erróneo y continuar?</translation>
+    </message>
+    <message>
+        <source>//Arquivo ASCII gerado pelo Sistema KALDEX</source>
+        <translation>//Archivo ASCII generado por el sistema KALDEX</translation>
+    </message>
+    <message>
+        <source>//Projeto: %s - Plano de informação: %s</source>
+        <translation>//Proyecto: %s - Capa de información: %s</translation>
+    </message>
+    <message>
+        <source>//Categoria: %s - Modelo: %s</source>
+        <translation>//Categoría: %s - Modelo: %s</translation>
+    </message>
+    <message>
+        <source>%sUNITS Metros</source>
+        <translation>%sUNITS Metros</translation>
+    </message>
+    <message>
+        <source>%sUNITS Geográficas %s</source>
+        <translation>%sUNITS Geográficas %s</translation>
+    </message>
+    <message>
+        <source>Arquivo INCONSISTENTE. Falta de informação ou erro nos parâmetros da seção INFO!</source>
+        <translation>Archivo INCONSISTENTE. ¡Falta información o hay un error en los parámetros de la sección INFO!</translation>
+    </message>
+    <message>
+        <source>Esta Categoria/Classe já existe!</source>
+        <translation>¡Esta categoría/clase ya existe!</translation>
+    </message>
+    <message>
+        <source>Categoria objeto inexistente Cria e continua ?</source>
+        <translation>La categoría de objetos no existe. ¿Crearla y continuar?</translation>
+    </message>
+    <message>
+        <source>//Arcos sem Topologia</source>
+        <translation>//Arcos sin topología</translation>
+    </message>
+    <message>
+        <source>//Formato Num_linha Impedancia_positiva Impedancia_negativa Demanda</source>
+        <translation>//Formato Num_línea Impedancia_positiva Impedancia_negativa Demanda</translation>
+    </message>
+    <message>
+        <source>//Formato (turns) linha_1 %s linha_2 %s custo_1_2 %s custo_2_1</source>
+        <translation>//Formato (turns) línea_1 %s línea_2 %s costo_1_2 %s costo_2_1</translation>
+    </message>
+    <message>
+        <source>//Isolinhas</source>
+        <translation>//Isolíneas</translation>
+    </message>
+    <message>
+        <source>Não existe linhas neste vetor!</source>
+        <translation>¡No hay líneas en este vector!</translation>
+    </message>
+    <message>
+        <source>Linhas com coordenadas sem lugar na projeção de destino não foram importadas</source>
+        <translation>No se importaron las líneas con coordenadas sin lugar en la proyección de destino</translation>
+    </message>
+    <message>
+        <source>Caracteres que não existem em Latin-1 foram gravados como &quot;?&quot;: %1</source>
+        <translation>Los caracteres que no existen en Latin-1 se grabaron como &quot;?&quot;: %1</translation>
+    </message>
+    <message>
+        <source>Coordenadas sem valor geográfico: %1</source>
+        <translation>Coordenadas sin valor geográfico: %1</translation>
+    </message>
+    <message>
+        <source>Defina o diretório!</source>
+        <translation>¡Defina el directorio!</translation>
+    </message>
+    <message>
+        <source>Defina o nome do arquivo!</source>
+        <translation>¡Defina el nombre del archivo!</translation>
+    </message>
+    <message>
+        <source>Arquivo INCONSISTENTE!</source>
+        <translation>¡Archivo INCONSISTENTE!</translation>
+    </message>
+    <message>
+        <source>Arquivo no formato DOS, converter para UNIX!</source>
+        <translation>¡Archivo en formato DOS, conviértalo a UNIX!</translation>
+    </message>
+    <message>
+        <source>Memória insuficiente: Falha na alocação de memória!</source>
+        <translation>Memoria insuficiente: ¡fallo al asignar memoria!</translation>
+    </message>
+    <message>
+        <source>Banco de Dados com problemas!
+(%1)</source>
+        <translation>¡Problemas con la base de datos!
+(%1)</translation>
+    </message>
+    <message>
+        <source>KALDEX</source>
+        <translation>KALDEX</translation>
+    </message>
+    <message>
+        <source>Um argumento inválido foi passado!</source>
+        <translation>¡Se pasó un argumento no válido!</translation>
+    </message>
+    <message>
+        <source>Erro de I/O.</source>
+        <translation>Error de E/S.</translation>
+    </message>
+    <message>
+        <source>Erro associado com uma restrição lógica!</source>
+        <translation>¡Error asociado a una restricción lógica!</translation>
+    </message>
+    <message>
+        <source>Arquivo INCONSISTENTE! </source>
+        <translation>¡Archivo INCONSISTENTE! </translation>
+    </message>
+    <message>
+        <source>imagem PNG</source>
+        <translation>imagen PNG</translation>
+    </message>
+    <message>
+        <source>imagem JPEG</source>
+        <translation>imagen JPEG</translation>
+    </message>
+    <message>
+        <source>imagem TIFF</source>
+        <translation>imagen TIFF</translation>
+    </message>
+    <message>
+        <source>imagem BigTIFF</source>
+        <translation>imagen BigTIFF</translation>
+    </message>
+    <message>
+        <source>imagem JPEG 2000</source>
+        <translation>imagen JPEG 2000</translation>
+    </message>
+    <message>
+        <source>imagem GIF</source>
+        <translation>imagen GIF</translation>
+    </message>
+    <message>
+        <source>documento PDF</source>
+        <translation>documento PDF</translation>
+    </message>
+    <message>
+        <source>arquivo ZIP (talvez KMZ)</source>
+        <translation>archivo ZIP (quizá KMZ)</translation>
+    </message>
+    <message>
+        <source>arquivo comprimido gzip</source>
+        <translation>archivo comprimido gzip</translation>
+    </message>
+    <message>
+        <source>desenho DXF binário</source>
+        <translation>dibujo DXF binario</translation>
+    </message>
+    <message>
+        <source>desenho DWG</source>
+        <translation>dibujo DWG</translation>
+    </message>
+    <message>
+        <source>arquivo de intercâmbio E00</source>
+        <translation>archivo de intercambio E00</translation>
+    </message>
+    <message>
+        <source>grade Surfer em texto</source>
+        <translation>malla Surfer en texto</translation>
+    </message>
+    <message>
+        <source>grade Surfer binária</source>
+        <translation>malla Surfer binaria</translation>
+    </message>
+    <message>
+        <source>desenho DXF</source>
+        <translation>dibujo DXF</translation>
+    </message>
+    <message>
+        <source>documento KML</source>
+        <translation>documento KML</translation>
+    </message>
+    <message>
+        <source>documento XML</source>
+        <translation>documento XML</translation>
+    </message>
+    <message>
+        <source>texto JSON</source>
+        <translation>texto JSON</translation>
+    </message>
+    <message>
+        <source>grade em texto</source>
+        <translation>malla en texto</translation>
+    </message>
+    <message>
+        <source>tabela de texto delimitado</source>
+        <translation>tabla de texto delimitado</translation>
+    </message>
+    <message>
+        <source>texto</source>
+        <translation>texto</translation>
+    </message>
+    <message>
+        <source>shapefile</source>
+        <translation>shapefile</translation>
+    </message>
+    <message>
+        <source>banco de dados SQLite</source>
+        <translation>base de datos SQLite</translation>
+    </message>
+    <message>
+        <source>banco de dados geográfico (GeoPackage)</source>
+        <translation>base de datos geográfica (GeoPackage)</translation>
+    </message>
+    <message>
+        <source>tabela dBASE</source>
+        <translation>tabla dBASE</translation>
+    </message>
+    <message>
+        <source>não é um arquivo legível</source>
+        <translation>no es un archivo legible</translation>
+    </message>
+    <message>
+        <source>arquivo vazio</source>
+        <translation>archivo vacío</translation>
+    </message>
+    <message>
+        <source>arquivo ASCII do KALDEX</source>
+        <translation>archivo ASCII de KALDEX</translation>
+    </message>
+    <message>
+        <source>dados binários</source>
+        <translation>datos binarios</translation>
+    </message>
+    <message>
+        <source>vazio</source>
+        <translation>vacío</translation>
+    </message>
+    <message>
+        <source>superfícies</source>
+        <translation>superficies</translation>
+    </message>
+    <message>
+        <source>pontos</source>
+        <translation>puntos</translation>
+    </message>
+    <message>
+        <source>linhas</source>
+        <translation>líneas</translation>
+    </message>
+    <message>
+        <source>polígonos</source>
+        <translation>polígonos</translation>
+    </message>
+    <message>
+        <source>multipontos</source>
+        <translation>multipuntos</translation>
+    </message>
+    <message>
+        <source>desconhecido</source>
+        <translation>desconocido</translation>
+    </message>
+    <message>
+        <source>Preparação: %1 finais de linha DOS convertidos.</source>
+        <translation>Preparación: %1 finales de línea DOS convertidos.</translation>
+    </message>
+    <message>
+        <source>Preparação: %1 finais de linha Mac convertidos.</source>
+        <translation>Preparación: %1 finales de línea Mac convertidos.</translation>
+    </message>
+    <message>
+        <source>Preparação: marca DOS de fim de arquivo retirada.</source>
+        <translation>Preparación: marca DOS de fin de archivo quitada.</translation>
+    </message>
+    <message>
+        <source>Preparação: a última linha não tinha final; acrescentado.</source>
+        <translation>Preparación: la última línea no tenía final; añadido.</translation>
+    </message>
+    <message>
+        <source>Preparação: final da última linha retirado, para não formar uma linha vazia.</source>
+        <translation>Preparación: final de la última línea quitado, para no formar una línea vacía.</translation>
+    </message>
+    <message>
+        <source>Preparação: %1 caracteres sem lugar em Latin-1 viraram &quot;?&quot;: %2</source>
+        <translation>Preparación: %1 caracteres sin lugar en Latin-1 pasaron a &quot;?&quot;: %2</translation>
+    </message>
+    <message>
+        <source>Codificação desconhecida: </source>
+        <translation>Codificación desconocida: </translation>
+    </message>
+    <message>
+        <source>Não foi possível ler o arquivo: </source>
+        <translation>No se pudo leer el archivo: </translation>
+    </message>
+    <message>
+        <source>Não foi possível gravar a cópia temporária do arquivo: </source>
+        <translation>No se pudo grabar la copia temporal del archivo: </translation>
+    </message>
+    <message>
+        <source>Preparação: marca de ordem de bytes (BOM) retirada.</source>
+        <translation>Preparación: marca de orden de bytes (BOM) quitada.</translation>
+    </message>
+    <message>
+        <source>Preparação: texto convertido de %1 para Latin-1.</source>
+        <translation>Preparación: texto convertido de %1 a Latin-1.</translation>
+    </message>
+    <message>
+        <source>Mais de uma coluna da tabela se chama %1</source>
+        <translation>Más de una columna de la tabla se llama %1</translation>
+    </message>
+    <message>
+        <source>registro %1</source>
+        <translation>registro %1</translation>
+    </message>
+    <message>
+        <source>Arquivo .dbf corrompido ou aberto, fechar para ter acesso a lista de atributos  </source>
+        <translation>Archivo .dbf dañado o abierto; ciérrelo para tener acceso a la lista de atributos  </translation>
+    </message>
+    <message>
+        <source>Continuar sem importar atributos do .dbf ? </source>
+        <translation>¿Continuar sin importar los atributos del .dbf? </translation>
+    </message>
+    <message>
+        <source>Atenção os seguintes atributos tiveram seus nomes modificados pois eram palavras reservadas do sistema! </source>
+        <translation>¡Atención: los siguientes atributos cambiaron de nombre, pues eran palabras reservadas del sistema! </translation>
+    </message>
+    <message>
+        <source> para </source>
+        <translation> a </translation>
+    </message>
+    <message>
+        <source>A codificação indicada não é conhecida: %1</source>
+        <translation>La codificación indicada no es conocida: %1</translation>
+    </message>
+    <message>
+        <source>Formato inválido!</source>
+        <translation>¡Formato no válido!</translation>
+    </message>
+    <message>
+        <source>O arquivo passaria de 4 GB, o limite do formato</source>
+        <translation>El archivo pasaría de 4 GB, el límite del formato</translation>
+    </message>
+    <message>
+        <source>graus decimais</source>
+        <translation>grados decimales</translation>
+    </message>
+    <message>
+        <source>a da camada</source>
+        <translation>la de la capa</translation>
+    </message>
+    <message>
+        <source>a das tabelas deste sistema</source>
+        <translation>la de las tablas de este sistema</translation>
+    </message>
+    <message>
+        <source>Há coordenadas sem correspondente geográfico; ficaram indefinidas</source>
+        <translation>Hay coordenadas sin correspondiente geográfico; quedaron indefinidas</translation>
+    </message>
+    <message>
+        <source>O arquivo passa de 2 GB, e nem todo programa o lê</source>
+        <translation>El archivo pasa de 2 GB, y no todo programa lo lee</translation>
+    </message>
+    <message>
+        <source>Existem dados fora da área do projeto que não foram importados, </source>
+        <translation>Existen datos fuera del área del proyecto que no se importaron, </translation>
+    </message>
+    <message>
+        <source>TODOS os dados FORA do projeto, NENHUM dado importado -</source>
+        <translation>TODOS los datos FUERA del proyecto, NINGÚN dato importado -</translation>
+    </message>
+    <message>
+        <source> VERIFICAR BOX ou PROJEçâO ou Unidade importação (m/km/graus/...</source>
+        <translation> VERIFIQUE el BOX o la PROYECCIÓN o la unidad de importación (m/km/grados/...</translation>
+    </message>
+    <message>
+        <source>Erro ao carregar âncora!</source>
+        <translation>¡Error al cargar un ancla!</translation>
+    </message>
+    <message>
+        <source>%ld pontos ignorados </source>
+        <translation>%ld puntos ignorados </translation>
+    </message>
+    <message>
+        <source>%1 pontos ignorados </source>
+        <translation>%1 puntos ignorados </translation>
+    </message>
+    <message>
+        <source>Polígono Filho!</source>
+        <translation>¡Polígono hijo!</translation>
+    </message>
+    <message>
+        <source>Polig.internos duplicados limpos=%ld &quot;buracos&quot; importados=%ld</source>
+        <translation>Polígonos internos duplicados limpiados=%ld &quot;huecos&quot; importados=%ld</translation>
+    </message>
+    <message>
+        <source>O arquivo .shx não existe; o índice foi refeito na memória.</source>
+        <translation>El archivo .shx no existe; el índice se rehízo en la memoria.</translation>
+    </message>
+    <message>
+        <source>O arquivo .shx está incompleto; o índice foi refeito na memória.</source>
+        <translation>El archivo .shx está incompleto; el índice se rehízo en la memoria.</translation>
+    </message>
+    <message>
+        <source>O arquivo .shx não corresponde ao .shp; o índice foi refeito na memória.</source>
+        <translation>El archivo .shx no corresponde al .shp; el índice se rehízo en la memoria.</translation>
+    </message>
+    <message>
+        <source>%1 bytes no fim do .shp não puderam ser lidos.</source>
+        <translation>No se pudieron leer %1 bytes al final del .shp.</translation>
+    </message>
+    <message>
+        <source>%1 registros danificados do .shp não foram importados.</source>
+        <translation>No se importaron %1 registros dañados del .shp.</translation>
+    </message>
+    <message>
+        <source>Erro Open </source>
+        <translation>Error Open </translation>
+    </message>
+    <message>
+        <source>Importando shapefile...</source>
+        <translation>Importando shapefile...</translation>
+    </message>
+    <message>
+        <source>Valor inválido!</source>
+        <translation>¡Valor no válido!</translation>
+    </message>
+    <message>
+        <source>não disponível </source>
+        <translation>no disponible </translation>
+    </message>
+    <message>
+        <source>Limpa os polígonos internos duplicados ?</source>
+        <translation>¿Limpiar los polígonos internos duplicados?</translation>
+    </message>
+    <message>
+        <source>SHAPE TYPE VALUE %1.</source>
+        <translation>SHAPE TYPE VALUE %1.</translation>
+    </message>
+    <message>
+        <source>Utilize interface Conversâo ASCII-KALDEX para definir o atributo COTA e importe KDX</source>
+        <translation>Utilice la interfaz Conversión ASCII-KALDEX para definir el atributo de altura (COTA) e importe el KDX</translation>
+    </message>
+    <message>
+        <source>SHAPE TYPE VALUE %1</source>
+        <translation>SHAPE TYPE VALUE %1</translation>
+    </message>
+    <message>
+        <source>%1, coluna %2: caracteres que o Latin-1 não tem, gravados como &quot;?&quot;: %3</source>
+        <translation>%1, columna %2: caracteres que Latin-1 no tiene, grabados como &quot;?&quot;: %3</translation>
+    </message>
+    <message>
+        <source>%1, coluna %2: texto cortado em %3 caracteres</source>
+        <translation>%1, columna %2: texto cortado a %3 caracteres</translation>
+    </message>
+    <message>
+        <source>%1, coluna %2: o número não cabe na coluna e ficou vazio</source>
+        <translation>%1, columna %2: el número no cabe en la columna y quedó vacío</translation>
+    </message>
+    <message>
+        <source>Mais %1 valores da tabela não puderam ser gravados como são</source>
+        <translation>Otros %1 valores de la tabla no se pudieron grabar como son</translation>
+    </message>
+</context>
+<context>
+    <name>SProjection</name>
+    <message>
+        <source>Sistema de referência desconhecido: %1</source>
+        <translation>Sistema de referencia desconocido: %1</translation>
+    </message>
+    <message>
+        <source>O sistema de referência não é horizontal: %1</source>
+        <translation>El sistema de referencia no es horizontal: %1</translation>
+    </message>
+</context>
+<context>
+    <name>kaldex</name>
+    <message>
+        <source>kaldex: pergunta sem resposta: %1</source>
+        <translation>kaldex: pregunta sin respuesta: %1</translation>
+    </message>
+    <message>
+        <source>Responda com --yes, --no ou --answer.</source>
+        <translation>Responda con --yes, --no o --answer.</translation>
+    </message>
+    <message>
+        <source> [s/n] </source>
+        <translation> [s/n] </translation>
+    </message>
+    <message>
+        <source>Não há banco de dados %1; crie-o com: kaldex init %1</source>
+        <translation>No hay base de datos %1; créela con: kaldex init %1</translation>
+    </message>
+    <message>
+        <source>Não foi possível abrir o banco de dados %1: %2</source>
+        <translation>No se pudo abrir la base de datos %1: %2</translation>
+    </message>
+    <message>
+        <source>Não há projeto %1 em %2.</source>
+        <translation>No hay proyecto %1 en %2.</translation>
+    </message>
+    <message>
+        <source>Não há plano %1 no projeto %2.</source>
+        <translation>No hay capa %1 en el proyecto %2.</translation>
+    </message>
+    <message>
+        <source>Projeção não entendida: %1 (%2)</source>
+        <translation>Proyección no entendida: %1 (%2)</translation>
+    </message>
+    <message>
+        <source>Não há pasta %1.</source>
+        <translation>No hay carpeta %1.</translation>
+    </message>
+    <message>
+        <source>Não foi possível escrever na pasta %1: %2</source>
+        <translation>No se pudo escribir en la carpeta %1: %2</translation>
+    </message>
+    <message>
+        <source>Não foi possível copiar %1.</source>
+        <translation>No se pudo copiar %1.</translation>
+    </message>
+    <message>
+        <source>Não foi possível substituir %1.</source>
+        <translation>No se pudo reemplazar %1.</translation>
+    </message>
+    <message>
+        <source>Não foi possível gravar %1.</source>
+        <translation>No se pudo grabar %1.</translation>
+    </message>
+    <message>
+        <source>%1 já existe; use --append ou --overwrite.</source>
+        <translation>%1 ya existe; use --append o --overwrite.</translation>
+    </message>
+    <message>
+        <source>%1 já existe; use --overwrite.</source>
+        <translation>%1 ya existe; use --overwrite.</translation>
+    </message>
+    <message>
+        <source>O plano %1 está vazio.</source>
+        <translation>La capa %1 está vacía.</translation>
+    </message>
+    <message>
+        <source>Não foi possível exportar %1 do plano %2.</source>
+        <translation>No se pudo exportar %1 de la capa %2.</translation>
+    </message>
+    <message>
+        <source>Seção %1 (linha %2) não importada.</source>
+        <translation>Sección %1 (línea %2) no importada.</translation>
+    </message>
+    <message>
+        <source>Não há seção %1 em %2.</source>
+        <translation>No hay sección %1 en %2.</translation>
+    </message>
+    <message>
+        <source>Não há seção %1 nem %2 em %3.</source>
+        <translation>No hay sección %1 ni %2 en %3.</translation>
+    </message>
+    <message>
+        <source>O arquivo tem %1 seções %2; só a primeira (linha %3) é importada.</source>
+        <translation>El archivo tiene %1 secciones %2; sólo se importa la primera (línea %3).</translation>
+    </message>
+    <message>
+        <source>do cabeçalho</source>
+        <translation>del encabezado</translation>
+    </message>
+    <message>
+        <source>das coordenadas</source>
+        <translation>de las coordenadas</translation>
+    </message>
+    <message>
+        <source>Não foi possível importar %1.</source>
+        <translation>No se pudo importar %1.</translation>
+    </message>
+    <message>
+        <source>%1 guarda outro tipo de geometria: %2.</source>
+        <translation>%1 guarda otro tipo de geometría: %2.</translation>
+    </message>
+    <message>
+        <source>Não há arquivo %1.</source>
+        <translation>No hay archivo %1.</translation>
+    </message>
+    <message>
+        <source>Não foi possível ler o arquivo %1.</source>
+        <translation>No se pudo leer el archivo %1.</translation>
+    </message>
+    <message>
+        <source>A projeção que o arquivo diz não foi entendida: %1</source>
+        <translation>No se entendió la proyección que el archivo dice: %1</translation>
+    </message>
+    <message>
+        <source>O projeto %1 já existe, com a projeção %2; --crs não a muda.</source>
+        <translation>El proyecto %1 ya existe, con la proyección %2; --crs no la cambia.</translation>
+    </message>
+    <message>
+        <source>Não foi possível criar o projeto %1.</source>
+        <translation>No se pudo crear el proyecto %1.</translation>
+    </message>
+    <message>
+        <source>, a do arquivo</source>
+        <translation>, la del archivo</translation>
+    </message>
+    <message>
+        <source>, pois o arquivo não diz a sua</source>
+        <translation>, pues el archivo no dice la suya</translation>
+    </message>
+    <message>
+        <source>Projeto %1 criado com a projeção %2%3.</source>
+        <translation>Proyecto %1 creado con la proyección %2%3.</translation>
+    </message>
+    <message>
+        <source>O projeto não tem projeção: as coordenadas são tomadas como estão.</source>
+        <translation>El proyecto no tiene proyección: las coordenadas se toman como están.</translation>
+    </message>
+    <message>
+        <source>O plano %1 já existe, de modelo %2.</source>
+        <translation>La capa %1 ya existe, de modelo %2.</translation>
+    </message>
+    <message>
+        <source>O plano %1 já existe, na categoria %2.</source>
+        <translation>La capa %1 ya existe, en la categoría %2.</translation>
+    </message>
+    <message>
+        <source>O plano %1 já existe: sua caixa e sua escala não mudam.</source>
+        <translation>La capa %1 ya existe: su caja y su escala no cambian.</translation>
+    </message>
+    <message>
+        <source>o arquivo não tem dados</source>
+        <translation>el archivo no tiene datos</translation>
+    </message>
+    <message>
+        <source>Não foi possível criar a categoria do plano %1.</source>
+        <translation>No se pudo crear la categoría de la capa %1.</translation>
+    </message>
+    <message>
+        <source>Não foi possível criar o plano %1.</source>
+        <translation>No se pudo crear la capa %1.</translation>
+    </message>
+    <message>
+        <source>Plano %1 criado: modelo %2, categoria %3, escala 1:%4, caixa %5%6.</source>
+        <translation>Capa %1 creada: modelo %2, categoría %3, escala 1:%4, caja %5%6.</translation>
+    </message>
+    <message>
+        <source>%1 já existe.</source>
+        <translation>%1 ya existe.</translation>
+    </message>
+    <message>
+        <source>Não foi possível criar o banco de dados %1: %2</source>
+        <translation>No se pudo crear la base de datos %1: %2</translation>
+    </message>
+    <message>
+        <source>Banco de dados geográfico criado: %1</source>
+        <translation>Base de datos geográfica creada: %1</translation>
+    </message>
+    <message>
+        <source>Nada do que foi lido foi gravado.</source>
+        <translation>No se grabó nada de lo que se leyó.</translation>
+    </message>
+    <message>
+        <source>Falta memória.</source>
+        <translation>Falta memoria.</translation>
+    </message>
+    <message>
+        <source>Erro desconhecido.</source>
+        <translation>Error desconocido.</translation>
+    </message>
+    <message>
+        <source>Não há categoria de objetos %1.</source>
+        <translation>No hay categoría de objetos %1.</translation>
+    </message>
+    <message>
+        <source>O plano %1 não tem objetos.</source>
+        <translation>La capa %1 no tiene objetos.</translation>
+    </message>
+    <message>
+        <source>O plano %1 tem objetos de várias categorias; escolha uma com --category: %2</source>
+        <translation>La capa %1 tiene objetos de varias categorías; elija una con --category: %2</translation>
+    </message>
+    <message>
+        <source>%1: %2 não é um destes: %3</source>
+        <translation>%1: %2 no es uno de estos: %3</translation>
+    </message>
+    <message>
+        <source>%1: %2 não é um número</source>
+        <translation>%1: %2 no es un número</translation>
+    </message>
+    <message>
+        <source>--box: espera-se X1,Y1,X2,Y2</source>
+        <translation>--box: se espera X1,Y1,X2,Y2</translation>
+    </message>
+    <message>
+        <source>--box: X1,Y1 é o canto inferior esquerdo, X2,Y2 o superior direito</source>
+        <translation>--box: X1,Y1 es la esquina inferior izquierda, X2,Y2 la superior derecha</translation>
+    </message>
+    <message>
+        <source>--size: espera-se LARGURAxALTURA, de %1 a %2</source>
+        <translation>--size: se espera ANCHOxALTO, de %1 a %2</translation>
+    </message>
+    <message>
+        <source>--answer: espera-se COMEÇO DA PERGUNTA=yes ou =no</source>
+        <translation>--answer: se espera COMIENZO DE LA PREGUNTA=yes o =no</translation>
+    </message>
+    <message>
+        <source>Importa, exporta e mostra dados de bancos de dados geográficos.</source>
+        <translation>Importa, exporta y muestra datos de bases de datos geográficas.</translation>
+    </message>
+    <message>
+        <source>Opções</source>
+        <translation>Opciones</translation>
+    </message>
+    <message>
+        <source>Mostra esta ajuda e termina</source>
+        <translation>Muestra esta ayuda y termina</translation>
+    </message>
+    <message>
+        <source>Mostra a versão e termina</source>
+        <translation>Muestra la versión y termina</translation>
+    </message>
+    <message>
+        <source>Uso</source>
+        <translation>Uso</translation>
+    </message>
+    <message>
+        <source>Argumentos</source>
+        <translation>Argumentos</translation>
+    </message>
+    <message>
+        <source>OPÇÕES</source>
+        <translation>OPCIONES</translation>
+    </message>
+    <message>
+        <source>COMANDO</source>
+        <translation>COMANDO</translation>
+    </message>
+    <message>
+        <source>Exemplos:
+  kaldex init base.gpkg
+  kaldex import shapefile features rios.shp base.gpkg mapa/rios
+  kaldex export ascii lines base.gpkg mapa/rios rios.kdx
+  kaldex info base.gpkg mapa/rios --json
+  kaldex draw base.gpkg mapa mapa.png --size 1600x800
+
+Código de saída: 0 feito, 1 falhou, 2 uso errado, 3 recusado por uma pergunta, 130 cancelado.</source>
+        <translation>Ejemplos:
+  kaldex init base.gpkg
+  kaldex import shapefile features rios.shp base.gpkg mapa/rios
+  kaldex export ascii lines base.gpkg mapa/rios rios.kdx
+  kaldex info base.gpkg mapa/rios --json
+  kaldex draw base.gpkg mapa mapa.png --size 1600x800
+
+Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregunta, 130 cancelado.</translation>
+    </message>
+    <message>
+        <source>Comandos</source>
+        <translation>Comandos</translation>
+    </message>
+    <message>
+        <source>Um objeto JSON na saída padrão em vez de texto</source>
+        <translation>Un objeto JSON en la salida estándar en vez de texto</translation>
+    </message>
+    <message>
+        <source>Sem relatório e sem barra de progresso</source>
+        <translation>Sin informe y sin barra de progreso</translation>
+    </message>
+    <message>
+        <source>Língua: pt, en ou es; sem ela, a do ambiente</source>
+        <translation>Idioma: pt, en o es; sin ella, el del entorno</translation>
+    </message>
+    <message>
+        <source>Responde sim a todas as perguntas</source>
+        <translation>Responde sí a todas las preguntas</translation>
+    </message>
+    <message>
+        <source>Responde não a todas as perguntas</source>
+        <translation>Responde no a todas las preguntas</translation>
+    </message>
+    <message>
+        <source>COMEÇO DA PERGUNTA=yes ou =no; vale mais que --yes e --no; pode repetir-se</source>
+        <translation>COMIENZO DE LA PREGUNTA=yes o =no; vale más que --yes y --no; puede repetirse</translation>
+    </message>
+    <message>
+        <source>Modelo do plano novo: thematic, numeric, network, cadastral, object</source>
+        <translation>Modelo de la capa nueva: thematic, numeric, network, cadastral, object</translation>
+    </message>
+    <message>
+        <source>Categoria do plano novo; sem ela, o nome do plano</source>
+        <translation>Categoría de la capa nueva; sin ella, el nombre de la capa</translation>
+    </message>
+    <message>
+        <source>Projeção do projeto novo: EPSG:n, texto PROJ, WKT ou um arquivo .prj; sem ela, a do arquivo</source>
+        <translation>Proyección del proyecto nuevo: EPSG:n, texto PROJ, WKT o un archivo .prj; sin ella, la del archivo</translation>
+    </message>
+    <message>
+        <source>Caixa do plano novo, X1,Y1,X2,Y2 em unidades do plano; sem ela, a do arquivo</source>
+        <translation>Caja de la capa nueva, X1,Y1,X2,Y2 en unidades de la capa; sin ella, la del archivo</translation>
+    </message>
+    <message>
+        <source>Escala do plano novo: 25000 ou 1:25000</source>
+        <translation>Escala de la capa nueva: 25000 o 1:25000</translation>
+    </message>
+    <message>
+        <source>Projeção do arquivo, em vez da que ele diz</source>
+        <translation>Proyección del archivo, en vez de la que él dice</translation>
+    </message>
+    <message>
+        <source>Unidade dos números do arquivo: m, km, ft, in, deg, sec, mm</source>
+        <translation>Unidad de los números del archivo: m, km, ft, in, deg, sec, mm</translation>
+    </message>
+    <message>
+        <source>Codificação dos textos, em vez da que o arquivo diz</source>
+        <translation>Codificación de los textos, en vez de la que el archivo dice</translation>
+    </message>
+    <message>
+        <source>Lê o arquivo de texto como está, sem prepará-lo</source>
+        <translation>Lee el archivo de texto como está, sin prepararlo</translation>
+    </message>
+    <message>
+        <source>Registros de um shapefile: class (por classe), object, height (cota como coluna), region</source>
+        <translation>Registros de un shapefile: class (por clase), object, height (cota como columna), region</translation>
+    </message>
+    <message>
+        <source>Só o que é de classes em uso no plano</source>
+        <translation>Sólo lo que es de clases en uso en la capa</translation>
+    </message>
+    <message>
+        <source>Substitui um arquivo que já existe</source>
+        <translation>Reemplaza un archivo que ya existe</translation>
+    </message>
+    <message>
+        <source>Cria um banco de dados geográfico</source>
+        <translation>Crea una base de datos geográfica</translation>
+    </message>
+    <message>
+        <source>Arquivo do banco, que não deve existir</source>
+        <translation>Archivo de la base, que no debe existir</translation>
+    </message>
+    <message>
+        <source>Importa um arquivo para um plano</source>
+        <translation>Importa un archivo a una capa</translation>
+    </message>
+    <message>
+        <source>Formato: ascii, shapefile</source>
+        <translation>Formato: ascii, shapefile</translation>
+    </message>
+    <message>
+        <source>O que importar: features (o que houver), lines, points, polygons, contours, samples</source>
+        <translation>Qué importar: features (lo que haya), lines, points, polygons, contours, samples</translation>
+    </message>
+    <message>
+        <source>Arquivo de origem</source>
+        <translation>Archivo de origen</translation>
+    </message>
+    <message>
+        <source>Banco de dados</source>
+        <translation>Base de datos</translation>
+    </message>
+    <message>
+        <source>Projeto e plano; criados quando não existem</source>
+        <translation>Proyecto y capa; se crean cuando no existen</translation>
+    </message>
+    <message>
+        <source>Forma das coordenadas: planar, gms, deg, sec</source>
+        <translation>Forma de las coordenadas: planar, gms, deg, sec</translation>
+    </message>
+    <message>
+        <source>Separador de campos</source>
+        <translation>Separador de campos</translation>
+    </message>
+    <message>
+        <source>Lê e confere tudo, não guarda nada</source>
+        <translation>Lee y comprueba todo, no guarda nada</translation>
+    </message>
+    <message>
+        <source>Guarda o que uma importação interrompida deixou</source>
+        <translation>Guarda lo que una importación interrumpida dejó</translation>
+    </message>
+    <message>
+        <source>Exemplos:
+  kaldex import shapefile features lotes.shp base.gpkg cidade/lotes --model cadastral --yes
+  kaldex import ascii lines rios.kdx base.gpkg mapa/rios --crs EPSG:31983 --dry-run
+  kaldex import shapefile contours curvas.shp base.gpkg relevo/curvas --scale 10000</source>
+        <translation>Ejemplos:
+  kaldex import shapefile features lotes.shp base.gpkg ciudad/lotes --model cadastral --yes
+  kaldex import ascii lines rios.kdx base.gpkg mapa/rios --crs EPSG:31983 --dry-run
+  kaldex import shapefile contours curvas.shp base.gpkg relieve/curvas --scale 10000</translation>
+    </message>
+    <message>
+        <source>Exporta um plano para um arquivo</source>
+        <translation>Exporta una capa a un archivo</translation>
+    </message>
+    <message>
+        <source>O que exportar: lines, polygons, points, contours, samples</source>
+        <translation>Qué exportar: lines, polygons, points, contours, samples</translation>
+    </message>
+    <message>
+        <source>Projeto e plano</source>
+        <translation>Proyecto y capa</translation>
+    </message>
+    <message>
+        <source>Arquivo de destino</source>
+        <translation>Archivo de destino</translation>
+    </message>
+    <message>
+        <source>Acrescenta a um arquivo que já existe (ascii)</source>
+        <translation>Añade a un archivo que ya existe (ascii)</translation>
+    </message>
+    <message>
+        <source>Categoria de objetos, com --by object</source>
+        <translation>Categoría de objetos, con --by object</translation>
+    </message>
+    <message>
+        <source>Escreve e confere tudo, não deixa nada</source>
+        <translation>Escribe y comprueba todo, no deja nada</translation>
+    </message>
+    <message>
+        <source>Exemplos:
+  kaldex export shapefile polygons base.gpkg cidade/lotes lotes.shp --by object
+  kaldex export ascii lines base.gpkg mapa/rios rios.kdx --coords gms</source>
+        <translation>Ejemplos:
+  kaldex export shapefile polygons base.gpkg ciudad/lotes lotes.shp --by object
+  kaldex export ascii lines base.gpkg mapa/rios rios.kdx --coords gms</translation>
+    </message>
+    <message>
+        <source>Converte um arquivo, por um banco de dados temporário</source>
+        <translation>Convierte un archivo, mediante una base de datos temporal</translation>
+    </message>
+    <message>
+        <source>Arquivo de destino; seu nome diz o formato (.shp, .kdx, .txt, .gpkg)</source>
+        <translation>Archivo de destino; su nombre dice el formato (.shp, .kdx, .txt, .gpkg)</translation>
+    </message>
+    <message>
+        <source>O que converter, se há mais de um tipo: lines, polygons, ...</source>
+        <translation>Qué convertir, si hay más de un tipo: lines, polygons, ...</translation>
+    </message>
+    <message>
+        <source>Forma das coordenadas escritas: planar, gms, deg, sec</source>
+        <translation>Forma de las coordenadas escritas: planar, gms, deg, sec</translation>
+    </message>
+    <message>
+        <source>Lê, escreve e confere tudo, não deixa nada</source>
+        <translation>Lee, escribe y comprueba todo, no deja nada</translation>
+    </message>
+    <message>
+        <source>Exemplo:
+  kaldex convert rios.shp rios.kdx --crs EPSG:31983</source>
+        <translation>Ejemplo:
+  kaldex convert rios.shp rios.kdx --crs EPSG:31983</translation>
+    </message>
+    <message>
+        <source>Mostra o que há num banco de dados, num plano ou num arquivo</source>
+        <translation>Muestra lo que hay en una base de datos, en una capa o en un archivo</translation>
+    </message>
+    <message>
+        <source>Banco de dados ou arquivo</source>
+        <translation>Base de datos o archivo</translation>
+    </message>
+    <message>
+        <source>Projeto, ou projeto e plano</source>
+        <translation>Proyecto, o proyecto y capa</translation>
+    </message>
+    <message>
+        <source>Desenha um projeto ou plano como imagem PNG</source>
+        <translation>Dibuja un proyecto o capa como imagen PNG</translation>
+    </message>
+    <message>
+        <source>Imagem de destino</source>
+        <translation>Imagen de destino</translation>
+    </message>
+    <message>
+        <source>LARGURAxALTURA em pontos; 1200x900 sem ela</source>
+        <translation>ANCHOxALTO en píxeles; 1200x900 sin ella</translation>
+    </message>
+    <message>
+        <source>kaldex: uso errado: %1</source>
+        <translation>kaldex: uso erróneo: %1</translation>
+    </message>
+    <message>
+        <source>Veja: kaldex --help</source>
+        <translation>Vea: kaldex --help</translation>
+    </message>
+    <message>
+        <source>--scale: espera-se um número acima de zero</source>
+        <translation>--scale: se espera un número mayor que cero</translation>
+    </message>
+    <message>
+        <source>--encoding: codificação desconhecida: %1</source>
+        <translation>--encoding: codificación desconocida: %1</translation>
+    </message>
+    <message>
+        <source>espera-se PROJETO/PLANO em vez de %1</source>
+        <translation>se espera PROYECTO/CAPA en vez de %1</translation>
+    </message>
+    <message>
+        <source>--append e --overwrite não vão juntas</source>
+        <translation>--append y --overwrite no van juntas</translation>
+    </message>
+    <message>
+        <source>formato %1 desconhecido; há: %2</source>
+        <translation>formato %1 desconocido; hay: %2</translation>
+    </message>
+    <message>
+        <source>%1 não oferece %2; há: %3</source>
+        <translation>%1 no ofrece %2; hay: %3</translation>
+    </message>
+    <message>
+        <source>%1 não acrescenta a um arquivo existente</source>
+        <translation>%1 no añade a un archivo existente</translation>
+    </message>
+    <message>
+        <source>%1 não conhece --by %2</source>
+        <translation>%1 no conoce --by %2</translation>
+    </message>
+    <message>
+        <source>  %1/s  faltam %2</source>
+        <translation>  %1/s  faltan %2</translation>
+    </message>
+    <message>
+        <source>Conferido; nada foi guardado.</source>
+        <translation>Comprobado; no se guardó nada.</translation>
+    </message>
+    <message>
+        <source>Feito.</source>
+        <translation>Hecho.</translation>
+    </message>
+    <message>
+        <source> O que já estava feito ficou.</source>
+        <translation> Lo que ya estaba hecho quedó.</translation>
+    </message>
+    <message>
+        <source> Nada mudou.</source>
+        <translation> Nada cambió.</translation>
+    </message>
+    <message>
+        <source>Recusado por uma pergunta.</source>
+        <translation>Rechazado por una pregunta.</translation>
+    </message>
+    <message>
+        <source>Cancelado.</source>
+        <translation>Cancelado.</translation>
+    </message>
+    <message>
+        <source>Falhou.</source>
+        <translation>Falló.</translation>
+    </message>
+    <message>
+        <source>lidos</source>
+        <translation>leídos</translation>
+    </message>
+    <message>
+        <source>gravados</source>
+        <translation>grabados</translation>
+    </message>
+    <message>
+        <source>fora</source>
+        <translation>fuera</translation>
+    </message>
+    <message>
+        <source>renomeado</source>
+        <translation>renombrado</translation>
+    </message>
+    <message>
+        <source>codificação</source>
+        <translation>codificación</translation>
+    </message>
+    <message>
+        <source>projeção</source>
+        <translation>proyección</translation>
+    </message>
+    <message>
+        <source>arquivo</source>
+        <translation>archivo</translation>
+    </message>
+    <message>
+        <source>nota</source>
+        <translation>nota</translation>
+    </message>
+    <message>
+        <source>tempo</source>
+        <translation>tiempo</translation>
+    </message>
+    <message>
+        <source>linhas</source>
+        <translation>líneas</translation>
+    </message>
+    <message>
+        <source>polígonos</source>
+        <translation>polígonos</translation>
+    </message>
+    <message>
+        <source>pontos</source>
+        <translation>puntos</translation>
+    </message>
+    <message>
+        <source>amostras</source>
+        <translation>muestras</translation>
+    </message>
+    <message>
+        <source>isolinhas</source>
+        <translation>isolíneas</translation>
+    </message>
+    <message>
+        <source>textos</source>
+        <translation>textos</translation>
+    </message>
+    <message>
+        <source>objetos</source>
+        <translation>objetos</translation>
+    </message>
+    <message>
+        <source>registros</source>
+        <translation>registros</translation>
+    </message>
+    <message>
+        <source>colunas</source>
+        <translation>columnas</translation>
+    </message>
+    <message>
+        <source>pontos de menos</source>
+        <translation>menos puntos de los necesarios</translation>
+    </message>
+    <message>
+        <source>sem comprimento ou área</source>
+        <translation>sin longitud ni área</translation>
+    </message>
+    <message>
+        <source>fora da caixa do plano</source>
+        <translation>fuera de la caja de la capa</translation>
+    </message>
+    <message>
+        <source>registro sem geometria</source>
+        <translation>registro sin geometría</translation>
+    </message>
+    <message>
+        <source>recusado pelo plano (anel aberto, coordenada que não é número)</source>
+        <translation>rechazado por la capa (anillo abierto, coordenada que no es un número)</translation>
+    </message>
+    <message>
+        <source>polígono interno duplicado</source>
+        <translation>polígono interno duplicado</translation>
+    </message>
+    <message>
+        <source>classe não pedida</source>
+        <translation>clase no pedida</translation>
+    </message>
+    <message>
+        <source>buraco sem polígono externo (ficou como polígono)</source>
+        <translation>hueco sin polígono externo (quedó como polígono)</translation>
+    </message>
+    <message>
+        <source>valor que não cabe na coluna</source>
+        <translation>valor que no cabe en la columna</translation>
+    </message>
+    <message>
+        <source>coluna ignorada</source>
+        <translation>columna ignorada</translation>
+    </message>
+    <message>
+        <source>objeto sem geometria no plano</source>
+        <translation>objeto sin geometría en la capa</translation>
+    </message>
+    <message>
+        <source>tipo que esta operação não trata</source>
+        <translation>tipo que esta operación no trata</translation>
+    </message>
+    <message>
+        <source>pedido na linha de comando</source>
+        <translation>pedido en la línea de comandos</translation>
+    </message>
+    <message>
+        <source>arquivo .cpg</source>
+        <translation>archivo .cpg</translation>
+    </message>
+    <message>
+        <source>byte de língua do .dbf</source>
+        <translation>byte de idioma del .dbf</translation>
+    </message>
+    <message>
+        <source>pelos próprios textos</source>
+        <translation>por los propios textos</translation>
+    </message>
+    <message>
+        <source>nada indica outra</source>
+        <translation>nada indica otra</translation>
+    </message>
+    <message>
+        <source>própria do formato</source>
+        <translation>propia del formato</translation>
+    </message>
+    <message>
+        <source>o arquivo não diz; a mesma do projeto pedido</source>
+        <translation>el archivo no lo dice; la misma del proyecto pedido</translation>
+    </message>
+    <message>
+        <source>arquivo .prj</source>
+        <translation>archivo .prj</translation>
+    </message>
+    <message>
+        <source>cabeçalho do arquivo</source>
+        <translation>encabezado del archivo</translation>
+    </message>
+    <message>
+        <source>a do projeto</source>
+        <translation>la del proyecto</translation>
+    </message>
+    <message>
+        <source>nada a indica; coordenadas tomadas como estão</source>
+        <translation>nada la indica; coordenadas tomadas como están</translation>
+    </message>
+    <message>
+        <source>pelas coordenadas pedidas</source>
+        <translation>por las coordenadas pedidas</translation>
+    </message>
+    <message>
+        <source>Não sei converter %1: %2.</source>
+        <translation>No se puede convertir %1: %2.</translation>
+    </message>
+    <message>
+        <source>O nome %1 não diz em que formato escrever.</source>
+        <translation>El nombre %1 no dice en qué formato escribir.</translation>
+    </message>
+    <message>
+        <source>Não foi possível criar uma pasta temporária.</source>
+        <translation>No se pudo crear una carpeta temporal.</translation>
+    </message>
+    <message>
+        <source>%1 não oferece %2.</source>
+        <translation>%1 no ofrece %2.</translation>
+    </message>
+    <message>
+        <source>%1 não guarda nada que %2 possa receber.</source>
+        <translation>%1 no guarda nada que %2 pueda recibir.</translation>
+    </message>
+    <message>
+        <source>%1 guarda mais de um tipo; escolha com --kind: %2</source>
+        <translation>%1 guarda más de un tipo; elija con --kind: %2</translation>
+    </message>
+    <message>
+        <source>%1 não é um banco de dados geográfico: %2.</source>
+        <translation>%1 no es una base de datos geográfica: %2.</translation>
+    </message>
+    <message>
+        <source>formato</source>
+        <translation>formato</translation>
+    </message>
+    <message>
+        <source>tamanho</source>
+        <translation>tamaño</translation>
+    </message>
+    <message>
+        <source>%1 bytes</source>
+        <translation>%1 bytes</translation>
+    </message>
+    <message>
+        <source>modelo</source>
+        <translation>modelo</translation>
+    </message>
+    <message>
+        <source>categoria</source>
+        <translation>categoría</translation>
+    </message>
+    <message>
+        <source>conteúdo</source>
+        <translation>contenido</translation>
+    </message>
+    <message>
+        <source>caixa</source>
+        <translation>caja</translation>
+    </message>
+    <message>
+        <source>escala</source>
+        <translation>escala</translation>
+    </message>
+    <message>
+        <source>classes</source>
+        <translation>clases</translation>
+    </message>
+    <message>
+        <source>Projeto %1, projeção %2%3</source>
+        <translation>Proyecto %1, proyección %2%3</translation>
+    </message>
+    <message>
+        <source>Banco de dados sem projetos.</source>
+        <translation>Base de datos sin proyectos.</translation>
+    </message>
+    <message>
+        <source>geometria</source>
+        <translation>geometría</translation>
+    </message>
+    <message>
+        <source>seção</source>
+        <translation>sección</translation>
+    </message>
+    <message>
+        <source>%1, linha %2</source>
+        <translation>%1, línea %2</translation>
+    </message>
+    <message>
+        <source>vazio</source>
+        <translation>vacío</translation>
+    </message>
+    <message>
+        <source>Mapa desenhado: %1</source>
+        <translation>Mapa dibujado: %1</translation>
+    </message>
+    <message>
+        <source>O projeto %1 não tem planos.</source>
+        <translation>El proyecto %1 no tiene capas.</translation>
+    </message>
+</context>
+</TS>
