@@ -39,6 +39,9 @@ class RecordingPresenter : public MessagePresenter {
 
   void answer(const QString& beginning, bool yes) { answers_.emplace_back(beginning, yes); }
 
+  /// Drop the answers given so far.
+  void forget() { answers_.clear(); }
+
   int present(int kind, QWidget*, const QString& title, const QString& text) override {
     shown.push_back({kind, title, text});
     if (kind == 0) return 0;

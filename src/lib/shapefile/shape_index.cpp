@@ -149,9 +149,14 @@ class IndexCheck {
   std::vector<unsigned char> mended_;
 };
 
-void takeWalk(ShapeIndex& result, std::vector<unsigned char> bytes, FileWindow& main, std::uint64_t end) {
-  result.bytes = std::move(bytes);
+void takeWalk(ShapeIndex& result, FileWindow& main) {
+  std::uint64_t end = 0;
+  result.bytes = walk(main, end);
   result.unread = main.size() - std::min(main.size(), end);
+}
+
+std::uint64_t entryCount(const std::vector<unsigned char>& bytes) {
+  return (bytes.size() - kHeaderBytes) / kEntryBytes;
 }
 
 }  // namespace
@@ -159,28 +164,26 @@ void takeWalk(ShapeIndex& result, std::vector<unsigned char> bytes, FileWindow& 
 ShapeIndex checkShapeIndex(FileWindow& main, FileWindow* index) {
   ShapeIndex result;
   if (main.size() < kHeaderBytes) return result;
-  std::uint64_t end = 0;
   if (index == nullptr) {
     result.trouble = ShapeIndex::Trouble::missing;
-    takeWalk(result, walk(main, end), main, end);
+    takeWalk(result, main);
     return result;
   }
   IndexCheck check(main, *index);
   if (!check.hasHead()) {
     result.trouble = ShapeIndex::Trouble::short_;
-    takeWalk(result, walk(main, end), main, end);
+    takeWalk(result, main);
     return result;
   }
   if (check.hasDeclaredSize() && check.covers()) return result;
   check.run();
   if (check.bad() == 0 && check.hasDeclaredSize()) return result;
   result.trouble = check.bad() == 0 ? ShapeIndex::Trouble::short_ : ShapeIndex::Trouble::inconsistent;
-  std::vector<unsigned char> walked = walk(main, end);
+  takeWalk(result, main);
   // A walk ends at the first damaged head, behind which an index may still know good records.
-  if ((walked.size() - kHeaderBytes) / kEntryBytes >= check.good()) {
-    takeWalk(result, std::move(walked), main, end);
-  } else {
+  if (entryCount(result.bytes) < check.good()) {
     result.bytes = check.takeMended();
+    result.unread = 0;
   }
   return result;
 }

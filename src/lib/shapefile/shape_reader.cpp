@@ -10,6 +10,14 @@
 
 namespace kaldex {
 
+namespace {
+
+bool isKnownType(int type) {
+  return std::string_view(SHPTypeName(type)) != "UnknownShapeType";
+}
+
+}  // namespace
+
 // What the library sees as a file: a window on a file, or bytes in memory.
 class ShapeReader::Stream {
  public:
@@ -132,7 +140,7 @@ ShapeReader::Record ShapeReader::read(int number) {
   shape_ = SHPReadObject(handle_, number);
   if (shape_ == nullptr) return Record::damaged;
   if (shape_->nSHPType == SHPT_NULL) return Record::null;
-  return partsAreSound() ? Record::shape : Record::damaged;
+  return isKnownType(shape_->nSHPType) && partsAreSound() ? Record::shape : Record::damaged;
 }
 
 bool ShapeReader::partsAreSound() const {
