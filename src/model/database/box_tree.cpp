@@ -55,35 +55,37 @@ void sortTileRecursive(std::vector<BoxEntry>& entries, std::size_t capacity) {
   }
 }
 
+std::size_t BoxTree::size() const {
+  std::size_t size = latest_.size();
+  for (const Packed& tree : packed_) size += tree.entries.size();
+  return size;
+}
+
 void BoxTree::clear() {
-  entries_.clear();
-  levels_.clear();
-  packed_ = 0;
+  latest_.clear();
+  packed_.clear();
 }
 
 std::vector<BoxEntry> BoxTree::take() {
   std::vector<BoxEntry> entries;
-  entries.swap(entries_);
+  if (!packed_.empty()) entries = std::move(packed_.front().entries);
+  for (std::size_t i = 1; i < packed_.size(); ++i) {
+    entries.insert(entries.end(), packed_[i].entries.begin(), packed_[i].entries.end());
+  }
+  if (entries.empty()) {
+    entries.swap(latest_);
+  } else {
+    entries.insert(entries.end(), latest_.begin(), latest_.end());
+  }
   clear();
   return entries;
 }
 
-bool BoxTree::move(std::int64_t id, const Box& box) {
-  const auto entry = std::find_if(entries_.begin(), entries_.end(),
-                                  [id](const BoxEntry& candidate) { return candidate.id == id; });
-  if (entry == entries_.end()) return false;
-  entry->box = FloatBox::around(box);
-  levels_.clear();
-  packed_ = 0;
-  return true;
-}
-
-void BoxTree::pack() {
-  sortTileRecursive(entries_, capacity);
-  packed_ = entries_.size();
-  levels_.clear();
+BoxTree::Packed::Packed(std::vector<BoxEntry> all) : entries(std::move(all)) {
+  sortTileRecursive(entries, capacity);
   std::vector<FloatBox> boxes;
-  for (const BoxEntry& entry : entries_) boxes.push_back(entry.box);
+  boxes.reserve(entries.size());
+  for (const BoxEntry& entry : entries) boxes.push_back(entry.box);
   do {
     std::vector<FloatBox> nodes;
     nodes.reserve(divideUp(boxes.size(), capacity));
@@ -91,32 +93,43 @@ void BoxTree::pack() {
       if (i % capacity == 0) nodes.push_back(boxes[i]);
       nodes.back().extend(boxes[i]);
     }
-    levels_.push_back(nodes);
+    levels.push_back(nodes);
     boxes.swap(nodes);
   } while (boxes.size() > 1);
 }
 
-void BoxTree::search(std::size_t level, std::size_t node, const FloatBox& box,
-                     std::vector<std::int64_t>& ids) const {
-  if (!levels_[level][node].meets(box)) return;
+void BoxTree::Packed::search(std::size_t level, std::size_t node, const FloatBox& box,
+                             std::vector<std::int64_t>& ids) const {
+  if (!levels[level][node].meets(box)) return;
   const std::size_t first = node * capacity;
   if (level == 0) {
-    const std::size_t end = std::min(first + capacity, packed_);
+    const std::size_t end = std::min(first + capacity, entries.size());
     for (std::size_t i = first; i < end; ++i) {
-      if (entries_[i].box.meets(box)) ids.push_back(entries_[i].id);
+      if (entries[i].box.meets(box)) ids.push_back(entries[i].id);
     }
     return;
   }
-  const std::size_t end = std::min(first + capacity, levels_[level - 1].size());
+  const std::size_t end = std::min(first + capacity, levels[level - 1].size());
   for (std::size_t child = first; child < end; ++child) search(level - 1, child, box, ids);
 }
 
+void BoxTree::pack() {
+  std::vector<BoxEntry> entries;
+  entries.swap(latest_);
+  while (!packed_.empty() && packed_.back().entries.size() < 2 * entries.size()) {
+    const std::vector<BoxEntry>& smaller = packed_.back().entries;
+    entries.insert(entries.end(), smaller.begin(), smaller.end());
+    packed_.pop_back();
+  }
+  packed_.emplace_back(std::move(entries));
+}
+
 void BoxTree::find(const Box& box, std::vector<std::int64_t>& ids) {
-  if (entries_.size() - packed_ > std::max(patience, packed_ / 16)) pack();
+  if (latest_.size() > patience) pack();
   const FloatBox wanted = FloatBox::around(box);
-  if (packed_ > 0) search(levels_.size() - 1, 0, wanted, ids);
-  for (std::size_t i = packed_; i < entries_.size(); ++i) {
-    if (entries_[i].box.meets(wanted)) ids.push_back(entries_[i].id);
+  for (const Packed& tree : packed_) tree.search(tree.levels.size() - 1, 0, wanted, ids);
+  for (const BoxEntry& entry : latest_) {
+    if (entry.box.meets(wanted)) ids.push_back(entry.id);
   }
 }
 

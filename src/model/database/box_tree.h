@@ -30,30 +30,36 @@ struct BoxEntry {
 /// entries make a leaf.
 void sortTileRecursive(std::vector<BoxEntry>& entries, std::size_t capacity);
 
-/// A set of boxes in memory that can be asked while it grows. The bulk lies in a packed tree; what came since
-/// it was packed is searched one by one until there is enough of it to pack again.
+/// A set of boxes in memory that can be asked while it grows: packed trees of falling size (a log-structured
+/// merge, O'Neil and others 1996), and a few latest entries that are searched one by one. Nothing is packed
+/// before it is first asked.
 class BoxTree {
  public:
-  void add(std::int64_t id, const Box& box) { entries_.push_back({id, FloatBox::around(box)}); }
-  /// Append the identifiers of the boxes that meet `box`, in no order.
+  void add(std::int64_t id, const Box& box) { latest_.push_back({id, FloatBox::around(box)}); }
+  /// Append the identifiers of the boxes that meet `box`, in no order; one that was added twice may come
+  /// twice.
   void find(const Box& box, std::vector<std::int64_t>& ids);
-  /// Replace the box of an entry; false when there is none of that identifier.
-  bool move(std::int64_t id, const Box& box);
-  std::size_t size() const { return entries_.size(); }
+  std::size_t size() const;
   void clear();
   /// All entries, for the caller to keep; the tree is empty afterwards.
   std::vector<BoxEntry> take();
 
  private:
+  struct Packed {
+    explicit Packed(std::vector<BoxEntry> all);
+    void search(std::size_t level, std::size_t node, const FloatBox& box,
+                std::vector<std::int64_t>& ids) const;
+
+    std::vector<BoxEntry> entries;
+    std::vector<std::vector<FloatBox>> levels;  ///< boxes of the nodes, the leaves' first
+  };
   void pack();
-  void search(std::size_t level, std::size_t node, const FloatBox& box, std::vector<std::int64_t>& ids) const;
 
   static constexpr std::size_t capacity = 16;
-  static constexpr std::size_t patience = 4096;  ///< unpacked entries that are still searched one by one
+  static constexpr std::size_t patience = 128;  ///< latest entries that are still searched one by one
 
-  std::vector<BoxEntry> entries_;
-  std::size_t packed_ = 0;
-  std::vector<std::vector<FloatBox>> levels_;  ///< boxes of the nodes, the leaves' first
+  std::vector<BoxEntry> latest_;
+  std::vector<Packed> packed_;  ///< each less than half as large as the one before
 };
 
 }  // namespace kaldex

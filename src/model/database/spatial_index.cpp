@@ -235,13 +235,15 @@ void SpatialIndex::add(std::int64_t id, const Box& box) {
 
 void SpatialIndex::move(std::int64_t id, const Box& box) {
   if (!detached_) detach();
-  if (pending_.move(id, box)) return;
   if (stored()) {
-    Statement remove = connection_.prepare("DELETE FROM " + quotedName(tree_) + " WHERE id = ?1");
-    remove.bind(1, id);
-    remove.run();
+    if (!remove_) remove_ = connection_.prepare("DELETE FROM " + quotedName(tree_) + " WHERE id = ?1");
+    remove_.bind(1, id);
+    remove_.run();
   }
+  // The old box may have gathered too: it costs a search nothing but a candidate, and goes when all is
+  // stored.
   pending_.add(id, box);
+  moved_ = true;
 }
 
 void SpatialIndex::find(const Box& box, std::vector<std::int64_t>& ids) {
@@ -308,7 +310,10 @@ void SpatialIndex::store() {
   if (!hasPending()) return;
   connection_.beginChange();
   search_.finalize();
+  remove_.finalize();
   std::vector<BoxEntry> entries = pending_.take();
+  if (moved_) keepOneOfEach(entries);
+  moved_ = false;
   if (!stored()) {
     createTree();
     registerTree();
@@ -336,6 +341,29 @@ void SpatialIndex::readStored(std::vector<BoxEntry>& entries) {
   }
 }
 
+// Of an identifier that gathered several boxes, the one that the geometry has now.
+void SpatialIndex::keepOneOfEach(std::vector<BoxEntry>& entries) {
+  const auto byId = [](const BoxEntry& a, const BoxEntry& b) { return a.id < b.id; };
+  std::sort(entries.begin(), entries.end(), byId);
+  Statement geometry = connection_.prepare("SELECT geom FROM " + quotedName(table_) + " WHERE fid = ?1");
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < entries.size(); ++i) {
+    if (kept == 0 || entries[kept - 1].id != entries[i].id) {
+      entries[kept++] = entries[i];
+      continue;
+    }
+    geometry.bind(1, entries[i].id);
+    Box box;
+    std::size_t size = 0;
+    if (geometry.step()) {
+      const std::uint8_t* blob = geometry.blob(0, size);
+      if (blob != nullptr && decodeEnvelope(blob, size, box)) entries[kept - 1].box = FloatBox::around(box);
+    }
+    geometry.reset();
+  }
+  entries.resize(kept);
+}
+
 void SpatialIndex::insertOneByOne(const std::vector<BoxEntry>& entries) {
   Statement insert =
       connection_.prepare("INSERT OR REPLACE INTO " + quotedName(tree_) + " VALUES (?1, ?2, ?3, ?4, ?5)");
@@ -357,8 +385,10 @@ void SpatialIndex::writePacked(std::vector<BoxEntry>& entries) {
 void SpatialIndex::forget() {
   pending_.clear();
   search_.finalize();
+  remove_.finalize();
   known_ = -1;
   detached_ = false;
+  moved_ = false;
 }
 
 }  // namespace kaldex

@@ -25,6 +25,7 @@ class SpatialIndex {
 
   void add(std::int64_t id, const Box& box);
   void move(std::int64_t id, const Box& box);
+  /// Append the identifiers of what may meet `box`, in no order and some perhaps twice.
   void find(const Box& box, std::vector<std::int64_t>& ids);
   /// Write what gathered; makes the index when there is none yet and the table has rows.
   void store();
@@ -41,6 +42,7 @@ class SpatialIndex {
   void registerTree();
   void gatherFromTable();
   void readStored(std::vector<BoxEntry>& entries);
+  void keepOneOfEach(std::vector<BoxEntry>& entries);
   void insertOneByOne(const std::vector<BoxEntry>& entries);
   void writePacked(std::vector<BoxEntry>& entries);
 
@@ -48,9 +50,10 @@ class SpatialIndex {
   std::string table_;
   std::string tree_;  ///< "rtree_<table>_geom"
   BoxTree pending_;
-  Statement search_;
+  Statement search_, remove_;
   int known_ = -1;  ///< whether the tree is stored: -1 not looked yet
   bool detached_ = false;
+  bool moved_ = false;  ///< whether an identifier may have gathered more than one box
 };
 
 }  // namespace kaldex

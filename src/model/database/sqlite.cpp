@@ -126,6 +126,9 @@ void SqliteConnection::configure() {
   // The rollback journal beats WAL for one bulk load; NORMAL keeps a killed process harmless. 16 MiB of page
   // cache is enough for appending and keeps an import's memory flat. Statement journals of the blocks stay in
   // memory.
+  // Pages of 8 KiB, which only an empty file takes, load about a tenth faster than the usual ones: rows of a
+  // few hundred bytes.
+  exec("PRAGMA page_size=8192");
   exec("PRAGMA journal_mode=DELETE");
   exec("PRAGMA synchronous=NORMAL");
   exec("PRAGMA cache_size=-16384");

@@ -86,6 +86,7 @@ std::vector<std::int64_t> FeatureTable::candidates(const Box& box) {
   if (!exists()) return ids;
   index_.find(box, ids);
   std::sort(ids.begin(), ids.end());
+  ids.erase(std::unique(ids.begin(), ids.end()), ids.end());
   return ids;
 }
 
