@@ -1,0 +1,27 @@
+#ifndef KALDEX_CLI_COMMANDS_H
+#define KALDEX_CLI_COMMANDS_H
+
+#include "cli/job.h"
+#include "kaldex/model/database.h"
+
+namespace kaldex::cli {
+
+// The sub-commands; each returns the exit code of the process.
+int runInit(const Options& options);
+int runImport(const Options& options, const Language& language);
+int runExport(const Options& options, const Language& language);
+int runConvert(const Options& options, const Language& language);
+int runInfo(const Options& options);
+int runDraw(const Options& options);
+
+/// Import and export as parts of a larger work: with these options, telling the job and the current report
+/// what they do.
+Result importFile(Job& job, const Options& options, DataBase& dataBase);
+Result exportLayer(Job& job, const Options& options, DataBase& dataBase);
+
+/// Print an error of a command that makes no report.
+int failPlainly(const QString& why);
+
+}  // namespace kaldex::cli
+
+#endif

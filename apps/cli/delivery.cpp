@@ -1,0 +1,135 @@
+#include "cli/delivery.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <algorithm>
+
+#include "cli/texts.h"
+
+namespace kaldex::cli {
+
+namespace {
+
+const char kOld[] = ".kaldex-old";
+
+// The bytes of a file at the end of another open one, in blocks.
+bool copyInto(QFile& from, QFile& to) {
+  constexpr qint64 kBlock = 1024 * 1024;
+  while (!from.atEnd()) {
+    const QByteArray block = from.read(kBlock);
+    if (block.isEmpty() || to.write(block) != block.size()) return false;
+  }
+  return to.flush();
+}
+
+bool rename(const QString& from, const QString& to) {
+  return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
+}
+
+}  // namespace
+
+Delivery::Delivery(const QString& target, const QStringList& companions) : companions_(companions) {
+  const QFileInfo info(target);
+  folder_ = info.path();
+  base_ = info.fileName();
+  device_ = info.exists() && !info.isFile() && !info.isDir();
+  if (companions_.isEmpty()) return;
+  const QString& main = companions_.first();
+  ending_ = main;
+  if (base_.endsWith(main, Qt::CaseInsensitive)) base_.chop(main.size());
+}
+
+QString Delivery::finalPath(const QString& name) const {
+  return folder_ == QLatin1String(".") ? name : QDir(folder_).filePath(name);
+}
+
+QStringList Delivery::names(const QString& base) const {
+  if (companions_.isEmpty()) return {base};
+  QStringList all;
+  for (const QString& ending : companions_) all << base + ending;
+  return all;
+}
+
+bool Delivery::exists() const {
+  if (device_) return false;
+  const QStringList all = names(base_);
+  return std::any_of(all.begin(), all.end(),
+                     [this](const QString& name) { return QFileInfo::exists(finalPath(name)); });
+}
+
+bool Delivery::begin(bool append, QString& trouble) {
+  if (!QFileInfo(folder_).isDir()) {
+    trouble = Say::tr("Não há pasta %1.").arg(folder_);
+    return false;
+  }
+  const QString place = device_ ? QDir::tempPath() : folder_;
+  work_ = std::make_unique<QTemporaryDir>(QDir(place).filePath(QStringLiteral(".kaldex-XXXXXX")));
+  if (!work_->isValid()) {
+    trouble = Say::tr("Não foi possível escrever na pasta %1: %2").arg(place, work_->errorString());
+    return false;
+  }
+  if (!append || !QFileInfo::exists(finalPath(base_))) return true;
+  QFile from(finalPath(base_));
+  QFile to(workPath());
+  const bool copied = from.open(QIODevice::ReadOnly) && to.open(QIODevice::WriteOnly) && copyInto(from, to);
+  if (!copied) trouble = Say::tr("Não foi possível copiar %1.").arg(finalPath(base_));
+  return copied;
+}
+
+QString Delivery::workPath() const {
+  return work_->filePath(base_ + ending_);
+}
+
+bool Delivery::finish(QString& trouble) {
+  if (device_) return copyToDevice(trouble);
+  if (setAside(trouble) && moveIn(trouble)) return true;
+  putBack();
+  return false;
+}
+
+// What has the names is moved away first, all of it: files that a new export doesn't make would tell lies
+// beside it.
+bool Delivery::setAside(QString& trouble) {
+  const QString old = work_->filePath(QLatin1String(kOld));
+  for (const QString& name : names(base_)) {
+    if (!QFileInfo::exists(finalPath(name))) continue;
+    if (!QDir().mkpath(old) || !rename(finalPath(name), QDir(old).filePath(name))) {
+      trouble = Say::tr("Não foi possível substituir %1.").arg(finalPath(name));
+      return false;
+    }
+    aside_ << name;
+  }
+  return true;
+}
+
+bool Delivery::moveIn(QString& trouble) {
+  for (const QString& name : names(base_)) {
+    const QString made = work_->filePath(name);
+    if (!QFileInfo::exists(made)) continue;
+    if (!rename(made, finalPath(name))) {
+      trouble = Say::tr("Não foi possível gravar %1.").arg(finalPath(name));
+      return false;
+    }
+    files_ << finalPath(name);
+  }
+  return true;
+}
+
+void Delivery::putBack() {
+  for (const QString& path : files_) QFile::remove(path);
+  files_.clear();
+  const QDir old(work_->filePath(QLatin1String(kOld)));
+  for (const QString& name : aside_) rename(old.filePath(name), finalPath(name));
+}
+
+bool Delivery::copyToDevice(QString& trouble) const {
+  QFile from(workPath());
+  QFile to(finalPath(base_));
+  const bool copied = from.open(QIODevice::ReadOnly) &&
+                      to.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && copyInto(from, to);
+  if (!copied) trouble = Say::tr("Não foi possível gravar %1.").arg(finalPath(base_));
+  return copied;
+}
+
+}  // namespace kaldex::cli

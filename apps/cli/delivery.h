@@ -1,0 +1,51 @@
+#ifndef KALDEX_CLI_DELIVERY_H
+#define KALDEX_CLI_DELIVERY_H
+
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <memory>
+
+namespace kaldex::cli {
+
+/// The way of an export's files to their final names: they are made in a folder of their own beside these,
+/// and moved when all is well. What had the names before stays until then, and comes back when the move
+/// fails.
+class Delivery {
+ public:
+  /// `companions` are the endings of the files of one export, or of an older one, the first being that of
+  /// `target` (which may lack it); empty for a single file.
+  Delivery(const QString& target, const QStringList& companions);
+
+  /// Whether a file is there already.
+  bool exists() const;
+  /// Make the folder; with `append` the existing file is copied into it first. False: `trouble` says why.
+  bool begin(bool append, QString& trouble);
+  /// The file to write, under its own name.
+  QString workPath() const;
+  /// Move what was written to its place.
+  bool finish(QString& trouble);
+  /// The files that were moved there.
+  const QStringList& files() const { return files_; }
+
+ private:
+  QStringList names(const QString& base) const;
+  QString finalPath(const QString& name) const;
+  bool setAside(QString& trouble);
+  bool moveIn(QString& trouble);
+  void putBack();
+  bool copyToDevice(QString& trouble) const;
+
+  QString folder_;
+  QString base_;    ///< the file's name, without its ending where there are companions
+  QString ending_;  ///< as it is to be written
+  QStringList companions_;
+  bool device_ = false;  ///< the target is no file: what was written is copied into it
+  std::unique_ptr<QTemporaryDir> work_;
+  QStringList aside_;
+  QStringList files_;
+};
+
+}  // namespace kaldex::cli
+
+#endif

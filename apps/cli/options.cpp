@@ -1,0 +1,448 @@
+#include "cli/options.h"
+
+#include <CLI/CLI.hpp>
+#include <QFile>
+#include <QStringList>
+#include <cmath>
+#include <cstring>
+#include <string>
+
+#include "base/text_encoding.h"
+#include "cli/language.h"
+#include "cli/registry.h"
+#include "cli/texts.h"
+
+namespace kaldex::cli {
+
+namespace {
+
+/// A word of the command line that means nothing.
+class WrongUse : public CLI::Error {
+ public:
+  explicit WrongUse(const QString& text)
+      : CLI::Error("WrongUse", text.toLocal8Bit().toStdString(), CLI::ExitCodes::ValidationError) {}
+};
+
+std::string words(const QString& text) {
+  return text.toLocal8Bit().toStdString();
+}
+
+/// A word of the command line. Bytes that are none of the terminal's encoding come from a file name of an
+/// older system: they stand for themselves.
+QString fromWord(const std::string& word) {
+  const QByteArray bytes = QByteArray::fromStdString(word);
+  const QString text = QFile::decodeName(bytes);
+  return QFile::encodeName(text) == bytes ? text : QString::fromLatin1(bytes);
+}
+
+/// What the command line says, as it stands.
+struct RawWords {
+  std::string format, kind, file, output, dataBase, place;
+  std::string model, category, crs, crsFrom, box, scale, units, coords, separator, encoding, by, size,
+      language;
+  std::vector<std::string> answers;
+};
+
+class CommandLine {
+ public:
+  explicit CommandLine(Options& options) : options_(options) { describe(); }
+
+  std::optional<int> parse(int argc, char** argv);
+
+ private:
+  void describe();
+  void describeCommon(CLI::App& command);
+  void describeQuestions(CLI::App& command);
+  void describeTarget(CLI::App& command);
+  void describeSource(CLI::App& command);
+  void describeOutput(CLI::App& command);
+  void describeInit();
+  void describeImport();
+  void describeExport();
+  void describeConvert();
+  void describeInfo();
+  void describeDraw();
+  CLI::App* addCommand(const char* name, Command command, const QString& description);
+  static void option(CLI::App& command, const char* name, std::string& target, const QString& description) {
+    command.add_option(name, target, words(description));
+  }
+  static void flag(CLI::App& command, const char* name, bool& target, const QString& description) {
+    command.add_flag(name, target, words(description));
+  }
+  static void word(CLI::App& command, const char* name, std::string& target, const QString& description,
+                   bool required = true) {
+    command.add_option(name, target, words(description))->required(required);
+  }
+
+  void take();
+  void takeNames();
+  void takeNumbers();
+  void takeAnswers();
+  void check() const;
+  void checkFormat() const;
+
+  Options& options_;
+  RawWords raw_;
+  CLI::App app_;
+};
+
+int choice(const std::string& value, const char* name, std::initializer_list<const char*> values) {
+  int position = 0;
+  for (const char* const known : values) {
+    if (value == known) return position;
+    ++position;
+  }
+  QStringList list;
+  for (const char* const known : values) list << QString::fromLatin1(known);
+  throw WrongUse(Say::tr("%1: %2 não é um destes: %3")
+                     .arg(QString::fromLatin1(name), fromWord(value), list.join(QStringLiteral(", "))));
+}
+
+double number(const QString& text, const char* name) {
+  bool good = false;
+  const double value = text.trimmed().toDouble(&good);
+  if (!good || !std::isfinite(value))
+    throw WrongUse(Say::tr("%1: %2 não é um número").arg(QString::fromLatin1(name), text));
+  return value;
+}
+
+Box boxOf(const std::string& value) {
+  const QStringList parts = fromWord(value).split(QLatin1Char(','));
+  if (parts.size() != 4) throw WrongUse(Say::tr("--box: espera-se X1,Y1,X2,Y2"));
+  double corners[4];
+  for (int i = 0; i < 4; ++i) corners[i] = number(parts[i], "--box");
+  const Box box(corners[0], corners[1], corners[2], corners[3]);
+  if (box.isInverted())
+    throw WrongUse(Say::tr("--box: X1,Y1 é o canto inferior esquerdo, X2,Y2 o superior direito"));
+  return box;
+}
+
+QSize sizeOf(const std::string& value) {
+  constexpr int kSmallest = 64;
+  constexpr int kLargest = 20000;
+  const QStringList parts = fromWord(value).toLower().split(QLatin1Char('x'));
+  bool goodWidth = false, goodHeight = false;
+  const QSize size(parts.value(0).toInt(&goodWidth), parts.value(1).toInt(&goodHeight));
+  const bool within = size.width() >= kSmallest && size.height() >= kSmallest && size.width() <= kLargest &&
+                      size.height() <= kLargest;
+  if (parts.size() != 2 || !goodWidth || !goodHeight || !within)
+    throw WrongUse(Say::tr("--size: espera-se LARGURAxALTURA, de %1 a %2").arg(kSmallest).arg(kLargest));
+  return size;
+}
+
+Answer answerOf(const std::string& value) {
+  const QString text = fromWord(value);
+  const int at = text.lastIndexOf(QLatin1Char('='));
+  const QString answer = text.mid(at + 1).trimmed().toLower();
+  const bool yes = QStringList{"yes", "y", "sim", "s", "si"}.contains(answer);
+  const bool no = QStringList{"no", "n", "nao", "não"}.contains(answer);
+  if (at <= 0 || (!yes && !no)) throw WrongUse(Say::tr("--answer: espera-se COMEÇO DA PERGUNTA=yes ou =no"));
+  return {text.left(at), yes};
+}
+
+// --- What there is
+// -------------------------------------------------------------------------------------------
+
+void CommandLine::describe() {
+  app_.name("kaldex");
+  app_.description(words(Say::tr("Importa, exporta e mostra dados de bancos de dados geográficos.")));
+  app_.option_defaults()->group(words(Say::tr("Opções")));
+  app_.set_help_flag("-h,--help", words(Say::tr("Mostra esta ajuda e termina")));
+  app_.set_version_flag("--version", "kaldex " KALDEX_VERSION, words(Say::tr("Mostra a versão e termina")));
+  app_.get_formatter()->label("Usage", words(Say::tr("Uso")));
+  app_.get_formatter()->label("Positionals", words(Say::tr("Argumentos")));
+  app_.get_formatter()->label("OPTIONS", words(Say::tr("OPÇÕES")));
+  app_.get_formatter()->label("SUBCOMMAND", words(Say::tr("COMANDO")));
+  app_.get_formatter()->label("REQUIRED", "");
+  app_.get_formatter()->label("TEXT", "...");
+  app_.get_formatter()->column_width(34);
+  app_.require_subcommand(1);
+  describeCommon(app_);
+  describeInit();
+  describeImport();
+  describeExport();
+  describeConvert();
+  describeInfo();
+  describeDraw();
+  app_.footer(
+      words(Say::tr("Exemplos:\n"
+                    "  kaldex init base.gpkg\n"
+                    "  kaldex import shapefile features rios.shp base.gpkg mapa/rios\n"
+                    "  kaldex export ascii lines base.gpkg mapa/rios rios.kdx\n"
+                    "  kaldex info base.gpkg mapa/rios --json\n"
+                    "  kaldex draw base.gpkg mapa mapa.png --size 1600x800\n"
+                    "\n"
+                    "Código de saída: 0 feito, 1 falhou, 2 uso errado, 3 recusado por uma pergunta, "
+                    "130 cancelado.")));
+}
+
+CLI::App* CommandLine::addCommand(const char* name, Command command, const QString& description) {
+  CLI::App* const added = app_.add_subcommand(name, words(description));
+  added->group(words(Say::tr("Comandos")));
+  added->callback([this, command] { options_.command = command; });
+  describeCommon(*added);
+  return added;
+}
+
+void CommandLine::describeCommon(CLI::App& command) {
+  flag(command, "--json", options_.json, Say::tr("Um objeto JSON na saída padrão em vez de texto"));
+  flag(command, "--quiet", options_.quiet, Say::tr("Sem relatório e sem barra de progresso"));
+  option(command, "--lang", raw_.language, Say::tr("Língua: pt, en ou es; sem ela, a do ambiente"));
+}
+
+void CommandLine::describeQuestions(CLI::App& command) {
+  CLI::Option* const yes =
+      command.add_flag("--yes", options_.yes, words(Say::tr("Responde sim a todas as perguntas")));
+  command.add_flag("--no", options_.no, words(Say::tr("Responde não a todas as perguntas")))->excludes(yes);
+  command
+      .add_option(
+          "--answer", raw_.answers,
+          words(Say::tr("COMEÇO DA PERGUNTA=yes ou =no; vale mais que --yes e --no; pode repetir-se")))
+      ->take_all()
+      ->allow_extra_args(false);
+}
+
+void CommandLine::describeTarget(CLI::App& command) {
+  option(command, "--model", raw_.model,
+         Say::tr("Modelo do plano novo: thematic, numeric, network, cadastral, object"));
+  option(command, "--category", raw_.category, Say::tr("Categoria do plano novo; sem ela, o nome do plano"));
+  option(
+      command, "--crs", raw_.crs,
+      Say::tr("Projeção do projeto novo: EPSG:n, texto PROJ, WKT ou um arquivo .prj; sem ela, a do arquivo"));
+  option(command, "--box", raw_.box,
+         Say::tr("Caixa do plano novo, X1,Y1,X2,Y2 em unidades do plano; sem ela, a do arquivo"));
+  option(command, "--scale", raw_.scale, Say::tr("Escala do plano novo: 25000 ou 1:25000"));
+}
+
+void CommandLine::describeSource(CLI::App& command) {
+  option(command, "--crs-from", raw_.crsFrom, Say::tr("Projeção do arquivo, em vez da que ele diz"));
+  option(command, "--units", raw_.units,
+         Say::tr("Unidade dos números do arquivo: m, km, ft, in, deg, sec, mm"));
+  option(command, "--encoding", raw_.encoding,
+         Say::tr("Codificação dos textos, em vez da que o arquivo diz"));
+  flag(command, "--strict", options_.strict, Say::tr("Lê o arquivo de texto como está, sem prepará-lo"));
+}
+
+void CommandLine::describeOutput(CLI::App& command) {
+  option(command, "--by", raw_.by,
+         Say::tr("Registros de um shapefile: class (por classe), object, height (cota como coluna), region"));
+  flag(command, "--used-classes", options_.usedClasses, Say::tr("Só o que é de classes em uso no plano"));
+  flag(command, "--overwrite", options_.overwrite, Say::tr("Substitui um arquivo que já existe"));
+}
+
+void CommandLine::describeInit() {
+  CLI::App* const command = addCommand("init", Command::init, Say::tr("Cria um banco de dados geográfico"));
+  word(*command, "DB", raw_.dataBase, Say::tr("Arquivo do banco, que não deve existir"));
+}
+
+void CommandLine::describeImport() {
+  CLI::App* const command =
+      addCommand("import", Command::import, Say::tr("Importa um arquivo para um plano"));
+  word(*command, "FORMAT", raw_.format, Say::tr("Formato: ascii, shapefile"));
+  word(*command, "KIND", raw_.kind,
+       Say::tr("O que importar: features (o que houver), lines, points, polygons, contours, samples"));
+  word(*command, "FILE", raw_.file, Say::tr("Arquivo de origem"));
+  word(*command, "DB", raw_.dataBase, Say::tr("Banco de dados"));
+  word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto e plano; criados quando não existem"));
+  describeTarget(*command);
+  describeSource(*command);
+  option(*command, "--coords", raw_.coords, Say::tr("Forma das coordenadas: planar, gms, deg, sec"));
+  option(*command, "--separator", raw_.separator, Say::tr("Separador de campos"));
+  flag(*command, "--dry-run", options_.dryRun, Say::tr("Lê e confere tudo, não guarda nada"));
+  flag(*command, "--keep-partial", options_.keepPartial,
+       Say::tr("Guarda o que uma importação interrompida deixou"));
+  describeQuestions(*command);
+  command->footer(words(
+      Say::tr("Exemplos:\n"
+              "  kaldex import shapefile features lotes.shp base.gpkg cidade/lotes --model cadastral --yes\n"
+              "  kaldex import ascii lines rios.kdx base.gpkg mapa/rios --crs EPSG:31983 --dry-run\n"
+              "  kaldex import shapefile contours curvas.shp base.gpkg relevo/curvas --scale 10000")));
+}
+
+void CommandLine::describeExport() {
+  CLI::App* const command =
+      addCommand("export", Command::export_, Say::tr("Exporta um plano para um arquivo"));
+  word(*command, "FORMAT", raw_.format, Say::tr("Formato: ascii, shapefile"));
+  word(*command, "KIND", raw_.kind, Say::tr("O que exportar: lines, polygons, points, contours, samples"));
+  word(*command, "DB", raw_.dataBase, Say::tr("Banco de dados"));
+  word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto e plano"));
+  word(*command, "FILE", raw_.file, Say::tr("Arquivo de destino"));
+  describeOutput(*command);
+  flag(*command, "--append", options_.append, Say::tr("Acrescenta a um arquivo que já existe (ascii)"));
+  option(*command, "--coords", raw_.coords, Say::tr("Forma das coordenadas: planar, gms, deg, sec"));
+  option(*command, "--separator", raw_.separator, Say::tr("Separador de campos"));
+  option(*command, "--category", raw_.category, Say::tr("Categoria de objetos, com --by object"));
+  flag(*command, "--dry-run", options_.dryRun, Say::tr("Escreve e confere tudo, não deixa nada"));
+  describeQuestions(*command);
+  command->footer(
+      words(Say::tr("Exemplos:\n"
+                    "  kaldex export shapefile polygons base.gpkg cidade/lotes lotes.shp --by object\n"
+                    "  kaldex export ascii lines base.gpkg mapa/rios rios.kdx --coords gms")));
+}
+
+void CommandLine::describeConvert() {
+  CLI::App* const command = addCommand("convert", Command::convert,
+                                       Say::tr("Converte um arquivo, por um banco de dados temporário"));
+  word(*command, "IN", raw_.file, Say::tr("Arquivo de origem"));
+  word(*command, "OUT", raw_.output,
+       Say::tr("Arquivo de destino; seu nome diz o formato (.shp, .kdx, .txt, .gpkg)"));
+  option(*command, "--kind", raw_.kind,
+         Say::tr("O que converter, se há mais de um tipo: lines, polygons, ..."));
+  describeTarget(*command);
+  describeSource(*command);
+  describeOutput(*command);
+  option(*command, "--coords", raw_.coords, Say::tr("Forma das coordenadas escritas: planar, gms, deg, sec"));
+  option(*command, "--separator", raw_.separator, Say::tr("Separador de campos"));
+  flag(*command, "--dry-run", options_.dryRun, Say::tr("Lê, escreve e confere tudo, não deixa nada"));
+  describeQuestions(*command);
+  command->footer(words(Say::tr("Exemplo:\n  kaldex convert rios.shp rios.kdx --crs EPSG:31983")));
+}
+
+void CommandLine::describeInfo() {
+  CLI::App* const command = addCommand(
+      "info", Command::info, Say::tr("Mostra o que há num banco de dados, num plano ou num arquivo"));
+  word(*command, "DB|FILE", raw_.dataBase, Say::tr("Banco de dados ou arquivo"));
+  word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto, ou projeto e plano"), false);
+}
+
+void CommandLine::describeDraw() {
+  CLI::App* const command =
+      addCommand("draw", Command::draw, Say::tr("Desenha um projeto ou plano como imagem PNG"));
+  word(*command, "DB", raw_.dataBase, Say::tr("Banco de dados"));
+  word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto, ou projeto e plano"));
+  word(*command, "OUT.png", raw_.output, Say::tr("Imagem de destino"));
+  option(*command, "--size", raw_.size, Say::tr("LARGURAxALTURA em pontos; 1200x900 sem ela"));
+  flag(*command, "--overwrite", options_.overwrite, Say::tr("Substitui um arquivo que já existe"));
+}
+
+// --- What was said
+// -------------------------------------------------------------------------------------------
+
+std::optional<int> CommandLine::parse(int argc, char** argv) {
+  try {
+    app_.parse(argc, argv);
+    take();
+    check();
+    return std::nullopt;
+  } catch (const CLI::Success& success) {
+    app_.exit(success);
+    return kExitDone;
+  } catch (const CLI::Error& error) {
+    printLine(stderr, Say::tr("kaldex: uso errado: %1").arg(QString::fromLocal8Bit(error.what())));
+    printLine(stderr, Say::tr("Veja: kaldex --help"));
+    return kExitWrongUse;
+  }
+}
+
+void CommandLine::take() {
+  takeNames();
+  takeNumbers();
+  takeAnswers();
+}
+
+void CommandLine::takeNames() {
+  options_.format = fromWord(raw_.format);
+  options_.kind = fromWord(raw_.kind);
+  options_.file = fromWord(raw_.file);
+  options_.output = fromWord(raw_.output);
+  options_.dataBase = fromWord(raw_.dataBase);
+  options_.place = fromWord(raw_.place);
+  options_.category = fromWord(raw_.category);
+  options_.crs = fromWord(raw_.crs);
+  options_.crsFrom = fromWord(raw_.crsFrom);
+  options_.separator = fromWord(raw_.separator);
+  options_.encoding = fromWord(raw_.encoding);
+  options_.by = fromWord(raw_.by);
+}
+
+void CommandLine::takeNumbers() {
+  if (!raw_.model.empty()) {
+    choice(raw_.model, "--model", {"thematic", "numeric", "network", "cadastral", "object"});
+    options_.model = modelOfWord(fromWord(raw_.model));
+  }
+  if (!raw_.units.empty())
+    options_.units = choice(raw_.units, "--units", {"m", "km", "ft", "in", "deg", "sec", "mm"});
+  if (!raw_.coords.empty())
+    options_.coords = choice(raw_.coords, "--coords", {"planar", "gms", "deg", "sec"});
+  if (!raw_.box.empty()) options_.box = boxOf(raw_.box);
+  if (!raw_.scale.empty()) {
+    const QString text = fromWord(raw_.scale);
+    options_.scale = number(text.startsWith(QLatin1String("1:")) ? text.mid(2) : text, "--scale");
+    if (*options_.scale <= 0.0) throw WrongUse(Say::tr("--scale: espera-se um número acima de zero"));
+  }
+  if (!raw_.size.empty()) options_.size = sizeOf(raw_.size);
+}
+
+void CommandLine::takeAnswers() {
+  for (const std::string& answer : raw_.answers) options_.answers.push_back(answerOf(answer));
+}
+
+void CommandLine::check() const {
+  if (!raw_.language.empty()) choice(raw_.language, "--lang", {"pt", "en", "es"});
+  if (!raw_.by.empty()) choice(raw_.by, "--by", {"class", "object", "height", "region"});
+  const QString& encoding = options_.encoding;
+  const bool wide = encoding.startsWith(QLatin1String("UTF-16"), Qt::CaseInsensitive);
+  if (!encoding.isEmpty() && !wide && encodingName(encoding.toLatin1()).isEmpty())
+    throw WrongUse(Say::tr("--encoding: codificação desconhecida: %1").arg(encoding));
+  const bool wantsLayer = options_.command == Command::import || options_.command == Command::export_;
+  const int slash = options_.place.indexOf(QLatin1Char('/'));
+  const bool hasLayer = slash > 0 && slash + 1 < options_.place.size();
+  if (wantsLayer && !hasLayer)
+    throw WrongUse(Say::tr("espera-se PROJETO/PLANO em vez de %1").arg(options_.place));
+  if (options_.append && options_.overwrite) throw WrongUse(Say::tr("--append e --overwrite não vão juntas"));
+  if (wantsLayer) checkFormat();
+}
+
+template <class Kinds>
+QString namesOf(const Kinds& kinds) {
+  QStringList names;
+  for (const auto& kind : kinds) names << QString::fromLatin1(kind.name);
+  return names.join(QStringLiteral(", "));
+}
+
+void CommandLine::checkFormat() const {
+  const Format* const format = findFormat(options_.format);
+  if (format == nullptr)
+    throw WrongUse(Say::tr("formato %1 desconhecido; há: %2").arg(options_.format, namesOf(formats())));
+  const bool import = options_.command == Command::import;
+  const bool known =
+      import ? format->importKind(options_.kind) != nullptr : format->exportKind(options_.kind) != nullptr;
+  if (!known) {
+    throw WrongUse(Say::tr("%1 não oferece %2; há: %3")
+                       .arg(options_.format, options_.kind,
+                            import ? namesOf(format->imports) : namesOf(format->exports)));
+  }
+  if (options_.append && !format->appends)
+    throw WrongUse(Say::tr("%1 não acrescenta a um arquivo existente").arg(options_.format));
+  if (!options_.by.isEmpty() && !format->by.contains(options_.by))
+    throw WrongUse(Say::tr("%1 não conhece --by %2").arg(options_.format, options_.by));
+}
+
+}  // namespace
+
+std::optional<int> readOptions(int argc, char** argv, Options& options) {
+  return CommandLine(options).parse(argc, argv);
+}
+
+QString languageOption(int argc, char** argv) {
+  QString language;
+  for (int i = 1; i < argc; ++i) {
+    const char* const word = argv[i];
+    if (std::strcmp(word, "--lang") == 0 && i + 1 < argc) language = QString::fromLatin1(argv[i + 1]);
+    if (std::strncmp(word, "--lang=", 7) == 0) language = QString::fromLatin1(word + 7);
+  }
+  return Language::isKnown(language) ? language : QString();
+}
+
+bool isSubcommand(int argc, char** argv, const char* name) {
+  for (int i = 1; i < argc; ++i) {
+    if (std::strcmp(argv[i], "--lang") == 0) {
+      ++i;
+    } else if (argv[i][0] != '-') {
+      return std::strcmp(argv[i], name) == 0;
+    }
+  }
+  return false;
+}
+
+}  // namespace kaldex::cli
