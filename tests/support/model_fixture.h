@@ -89,6 +89,28 @@ class ProgressRecorder : public QObject {
   int cancelAt = -1;
 };
 
+/// UTM zone 23 south; on SAD69, unless told, a datum that is not WGS84.
+inline std::unique_ptr<SProjection> utmProjection(const char* datum = "SAD69") {
+  ProjectionParameters parameters;
+  parameters.type = ProjectionType::utm;
+  parameters.name = QString("UTM/") + datum;
+  parameters.datum = knownDatum(datum);
+  parameters.hemisphere = -1;
+  parameters.centralMeridian = Math_Deg_To_Rad(-45.0);
+  parameters.falseEasting = 500000.0;
+  parameters.falseNorthing = 10000000.0;
+  parameters.scale = 0.9996;
+  return projectionFromParameters(parameters);
+}
+
+inline std::unique_ptr<SProjection> latLongProjection(const char* datum = "WGS84") {
+  ProjectionParameters parameters;
+  parameters.type = ProjectionType::latLong;
+  parameters.name = "LATLONG";
+  parameters.datum = knownDatum(datum);
+  return projectionFromParameters(parameters);
+}
+
 /// A new geographic database in a folder of its own, with one project, and a presenter in place. Layers are
 /// made on demand.
 class ModelFixture : public ::testing::Test {
@@ -100,25 +122,9 @@ class ModelFixture : public ::testing::Test {
     EXPECT_NE(project, nullptr) << error.toStdString();
   }
 
-  /// UTM zone 23 south on SAD69: a plane projection whose datum is not WGS84.
-  static std::unique_ptr<SProjection> utm() {
-    ProjectionParameters parameters;
-    parameters.type = ProjectionType::utm;
-    parameters.name = "UTM/SAD69";
-    parameters.datum = knownDatum("SAD69");
-    parameters.hemisphere = -1;
-    parameters.centralMeridian = Math_Deg_To_Rad(-45.0);
-    parameters.falseEasting = 500000.0;
-    parameters.falseNorthing = 10000000.0;
-    parameters.scale = 0.9996;
-    return projectionFromParameters(parameters);
-  }
+  static std::unique_ptr<SProjection> utm() { return utmProjection(); }
   static std::unique_ptr<SProjection> latLong(const char* datum = "WGS84") {
-    ProjectionParameters parameters;
-    parameters.type = ProjectionType::latLong;
-    parameters.name = "LATLONG";
-    parameters.datum = knownDatum(datum);
-    return projectionFromParameters(parameters);
+    return latLongProjection(datum);
   }
 
   /// The category of that model and name, made when it is missing.
