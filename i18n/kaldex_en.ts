@@ -497,6 +497,10 @@
         <translation>%1 bytes at the end of the .shp could not be read.</translation>
     </message>
     <message>
+        <source>%1 textos do .dbf têm bytes que nada significam na codificação %2.</source>
+        <translation>%1 texts of the .dbf have bytes that mean nothing in the encoding %2.</translation>
+    </message>
+    <message>
         <source>%1 registros danificados do .shp não foram importados.</source>
         <translation>%1 damaged records of the .shp were not imported.</translation>
     </message>
@@ -1391,6 +1395,10 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
     <message>
         <source>O projeto %1 não tem planos.</source>
         <translation>The project %1 has no layers.</translation>
+    </message>
+    <message>
+        <source>não com</source>
+        <translation>not with</translation>
     </message>
 </context>
 </TS>

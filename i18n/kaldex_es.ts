@@ -497,6 +497,10 @@
         <translation>No se pudieron leer %1 bytes al final del .shp.</translation>
     </message>
     <message>
+        <source>%1 textos do .dbf têm bytes que nada significam na codificação %2.</source>
+        <translation>%1 textos del .dbf tienen bytes que nada significan en la codificación %2.</translation>
+    </message>
+    <message>
         <source>%1 registros danificados do .shp não foram importados.</source>
         <translation>No se importaron %1 registros dañados del .shp.</translation>
     </message>
@@ -1391,6 +1395,10 @@ Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregun
     <message>
         <source>O projeto %1 não tem planos.</source>
         <translation>El proyecto %1 no tiene capas.</translation>
+    </message>
+    <message>
+        <source>não com</source>
+        <translation>no con</translation>
     </message>
 </context>
 </TS>
