@@ -63,15 +63,17 @@ class CommandLine {
   void describeInfo();
   void describeDraw();
   CLI::App* addCommand(const char* name, Command command, const QString& description);
-  static void option(CLI::App& command, const char* name, std::string& target, const QString& description) {
-    command.add_option(name, target, words(description));
+  /// `value` stands in the help for what follows the name.
+  static void option(CLI::App& command, const char* name, const char* value, std::string& target,
+                     const QString& description) {
+    command.add_option(name, target, words(description))->type_name(value);
   }
   static void flag(CLI::App& command, const char* name, bool& target, const QString& description) {
     command.add_flag(name, target, words(description));
   }
   static void word(CLI::App& command, const char* name, std::string& target, const QString& description,
                    bool required = true) {
-    command.add_option(name, target, words(description))->required(required);
+    command.add_option(name, target, words(description))->required(required)->type_name("");
   }
 
   void take();
@@ -154,7 +156,7 @@ void CommandLine::describe() {
   app_.get_formatter()->label("OPTIONS", words(Say::tr("OPÇÕES")));
   app_.get_formatter()->label("SUBCOMMAND", words(Say::tr("COMANDO")));
   app_.get_formatter()->label("REQUIRED", "");
-  app_.get_formatter()->label("TEXT", "...");
+  app_.get_formatter()->label("Excludes", words(Say::tr("não com")));
   app_.get_formatter()->column_width(34);
   app_.require_subcommand(1);
   describeCommon(app_);
@@ -187,7 +189,7 @@ CLI::App* CommandLine::addCommand(const char* name, Command command, const QStri
 void CommandLine::describeCommon(CLI::App& command) {
   flag(command, "--json", options_.json, Say::tr("Um objeto JSON na saída padrão em vez de texto"));
   flag(command, "--quiet", options_.quiet, Say::tr("Sem relatório e sem barra de progresso"));
-  option(command, "--lang", raw_.language, Say::tr("Língua: pt, en ou es; sem ela, a do ambiente"));
+  option(command, "--lang", "LANG", raw_.language, Say::tr("Língua: pt, en ou es; sem ela, a do ambiente"));
 }
 
 void CommandLine::describeQuestions(CLI::App& command) {
@@ -198,33 +200,35 @@ void CommandLine::describeQuestions(CLI::App& command) {
       .add_option(
           "--answer", raw_.answers,
           words(Say::tr("COMEÇO DA PERGUNTA=yes ou =no; vale mais que --yes e --no; pode repetir-se")))
+      ->type_name("TEXT=yes|no")
       ->take_all()
       ->allow_extra_args(false);
 }
 
 void CommandLine::describeTarget(CLI::App& command) {
-  option(command, "--model", raw_.model,
+  option(command, "--model", "MODEL", raw_.model,
          Say::tr("Modelo do plano novo: thematic, numeric, network, cadastral, object"));
-  option(command, "--category", raw_.category, Say::tr("Categoria do plano novo; sem ela, o nome do plano"));
+  option(command, "--category", "NAME", raw_.category,
+         Say::tr("Categoria do plano novo; sem ela, o nome do plano"));
   option(
-      command, "--crs", raw_.crs,
+      command, "--crs", "CRS", raw_.crs,
       Say::tr("Projeção do projeto novo: EPSG:n, texto PROJ, WKT ou um arquivo .prj; sem ela, a do arquivo"));
-  option(command, "--box", raw_.box,
+  option(command, "--box", "X1,Y1,X2,Y2", raw_.box,
          Say::tr("Caixa do plano novo, X1,Y1,X2,Y2 em unidades do plano; sem ela, a do arquivo"));
-  option(command, "--scale", raw_.scale, Say::tr("Escala do plano novo: 25000 ou 1:25000"));
+  option(command, "--scale", "N", raw_.scale, Say::tr("Escala do plano novo: 25000 ou 1:25000"));
 }
 
 void CommandLine::describeSource(CLI::App& command) {
-  option(command, "--crs-from", raw_.crsFrom, Say::tr("Projeção do arquivo, em vez da que ele diz"));
-  option(command, "--units", raw_.units,
+  option(command, "--crs-from", "CRS", raw_.crsFrom, Say::tr("Projeção do arquivo, em vez da que ele diz"));
+  option(command, "--units", "UNIT", raw_.units,
          Say::tr("Unidade dos números do arquivo: m, km, ft, in, deg, sec, mm"));
-  option(command, "--encoding", raw_.encoding,
+  option(command, "--encoding", "NAME", raw_.encoding,
          Say::tr("Codificação dos textos, em vez da que o arquivo diz"));
   flag(command, "--strict", options_.strict, Say::tr("Lê o arquivo de texto como está, sem prepará-lo"));
 }
 
 void CommandLine::describeOutput(CLI::App& command) {
-  option(command, "--by", raw_.by,
+  option(command, "--by", "WHAT", raw_.by,
          Say::tr("Registros de um shapefile: class (por classe), object, height (cota como coluna), region"));
   flag(command, "--used-classes", options_.usedClasses, Say::tr("Só o que é de classes em uso no plano"));
   flag(command, "--overwrite", options_.overwrite, Say::tr("Substitui um arquivo que já existe"));
@@ -246,8 +250,8 @@ void CommandLine::describeImport() {
   word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto e plano; criados quando não existem"));
   describeTarget(*command);
   describeSource(*command);
-  option(*command, "--coords", raw_.coords, Say::tr("Forma das coordenadas: planar, gms, deg, sec"));
-  option(*command, "--separator", raw_.separator, Say::tr("Separador de campos"));
+  option(*command, "--coords", "FORM", raw_.coords, Say::tr("Forma das coordenadas: planar, gms, deg, sec"));
+  option(*command, "--separator", "C", raw_.separator, Say::tr("Separador de campos"));
   flag(*command, "--dry-run", options_.dryRun, Say::tr("Lê e confere tudo, não guarda nada"));
   flag(*command, "--keep-partial", options_.keepPartial,
        Say::tr("Guarda o que uma importação interrompida deixou"));
@@ -269,9 +273,9 @@ void CommandLine::describeExport() {
   word(*command, "FILE", raw_.file, Say::tr("Arquivo de destino"));
   describeOutput(*command);
   flag(*command, "--append", options_.append, Say::tr("Acrescenta a um arquivo que já existe (ascii)"));
-  option(*command, "--coords", raw_.coords, Say::tr("Forma das coordenadas: planar, gms, deg, sec"));
-  option(*command, "--separator", raw_.separator, Say::tr("Separador de campos"));
-  option(*command, "--category", raw_.category, Say::tr("Categoria de objetos, com --by object"));
+  option(*command, "--coords", "FORM", raw_.coords, Say::tr("Forma das coordenadas: planar, gms, deg, sec"));
+  option(*command, "--separator", "C", raw_.separator, Say::tr("Separador de campos"));
+  option(*command, "--category", "NAME", raw_.category, Say::tr("Categoria de objetos, com --by object"));
   flag(*command, "--dry-run", options_.dryRun, Say::tr("Escreve e confere tudo, não deixa nada"));
   describeQuestions(*command);
   command->footer(
@@ -286,13 +290,14 @@ void CommandLine::describeConvert() {
   word(*command, "IN", raw_.file, Say::tr("Arquivo de origem"));
   word(*command, "OUT", raw_.output,
        Say::tr("Arquivo de destino; seu nome diz o formato (.shp, .kdx, .txt, .gpkg)"));
-  option(*command, "--kind", raw_.kind,
+  option(*command, "--kind", "KIND", raw_.kind,
          Say::tr("O que converter, se há mais de um tipo: lines, polygons, ..."));
   describeTarget(*command);
   describeSource(*command);
   describeOutput(*command);
-  option(*command, "--coords", raw_.coords, Say::tr("Forma das coordenadas escritas: planar, gms, deg, sec"));
-  option(*command, "--separator", raw_.separator, Say::tr("Separador de campos"));
+  option(*command, "--coords", "FORM", raw_.coords,
+         Say::tr("Forma das coordenadas escritas: planar, gms, deg, sec"));
+  option(*command, "--separator", "C", raw_.separator, Say::tr("Separador de campos"));
   flag(*command, "--dry-run", options_.dryRun, Say::tr("Lê, escreve e confere tudo, não deixa nada"));
   describeQuestions(*command);
   command->footer(words(Say::tr("Exemplo:\n  kaldex convert rios.shp rios.kdx --crs EPSG:31983")));
@@ -311,7 +316,7 @@ void CommandLine::describeDraw() {
   word(*command, "DB", raw_.dataBase, Say::tr("Banco de dados"));
   word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto, ou projeto e plano"));
   word(*command, "OUT.png", raw_.output, Say::tr("Imagem de destino"));
-  option(*command, "--size", raw_.size, Say::tr("LARGURAxALTURA em pontos; 1200x900 sem ela"));
+  option(*command, "--size", "WxH", raw_.size, Say::tr("LARGURAxALTURA em pontos; 1200x900 sem ela"));
   flag(*command, "--overwrite", options_.overwrite, Say::tr("Substitui um arquivo que já existe"));
 }
 
