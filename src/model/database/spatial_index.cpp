@@ -6,6 +6,7 @@
 
 #include "kaldex/model/exception.h"
 #include "model/database/geometry_blob.h"
+#include "model/database/row_batch.h"
 
 namespace kaldex {
 
@@ -64,7 +65,7 @@ class PackedTreeWriter {
       : insertNode_(
             connection.prepare("INSERT OR REPLACE INTO " + quotedName(tree + "_node") + " VALUES (?1, ?2)")),
         insertParent_(connection.prepare("INSERT INTO " + quotedName(tree + "_parent") + " VALUES (?1, ?2)")),
-        insertRow_(connection.prepare("INSERT INTO " + quotedName(tree + "_rowid") + " VALUES (?1, ?2)")) {
+        rows_(connection, quotedName(tree + "_rowid"), {"rowid", "nodeno"}) {
     const std::string sql = "SELECT length(data) FROM " + quotedName(tree + "_node") + " WHERE nodeno = 1";
     nodeSize_ = static_cast<std::size_t>(connection.scalar(sql));
     // A small page makes small nodes.
@@ -95,10 +96,11 @@ class PackedTreeWriter {
     // Appending in key order is several times cheaper than inserting all over the table.
     std::sort(homes.begin(), homes.end());
     for (const auto& home : homes) {
-      insertRow_.bind(1, home.first);
-      insertRow_.bind(2, home.second);
-      insertRow_.run();
+      rows_.beginRow();
+      rows_.put(home.first);
+      rows_.put(home.second);
     }
+    rows_.flush();
     return nodes;
   }
 
@@ -145,7 +147,8 @@ class PackedTreeWriter {
     insertNode_.run();
   }
 
-  Statement insertNode_, insertParent_, insertRow_;
+  Statement insertNode_, insertParent_;
+  RowBatch rows_;
   Bytes buffer_;
   std::size_t nodeSize_ = 0;
   std::size_t perNode_ = 0;
