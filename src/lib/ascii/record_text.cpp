@@ -54,11 +54,13 @@ bool parseNetworkRecord(std::string_view text, NetworkRecord& record) {
 
 PlaneResult parsePlanePair(const char* text, double& x, double& y) {
   float z = 0.0f;
-  return judged(scanReals(text, &x, &y, &z), 2, x, y);
+  const int count = scanReals(text, &x, &y, &z);
+  return judged(count, 2, x, y);
 }
 
 PlaneResult parsePlaneSample(const char* text, double& x, double& y, float& z) {
-  return judged(scanReals(text, &x, &y, &z), 3, x, y);
+  const int count = scanReals(text, &x, &y, &z);
+  return judged(count, 3, x, y);
 }
 
 }  // namespace kaldex
