@@ -1270,7 +1270,7 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
     </message>
     <message>
         <source>nada indica outra</source>
-        <translation>nothing tells of another one</translation>
+        <translation>nothing says otherwise</translation>
     </message>
     <message>
         <source>própria do formato</source>
