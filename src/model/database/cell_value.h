@@ -2,8 +2,8 @@
 #define KALDEX_MODEL_CELL_VALUE_H
 
 #include <QString>
+#include <deque>
 #include <string>
-#include <vector>
 
 #include "model/database/sqlite.h"
 
@@ -31,7 +31,7 @@ class ValueBinder {
   void bindText(Statement& statement, int parameter, const QString& text);
 
  private:
-  std::vector<std::string> buffers_;
+  std::deque<std::string> buffers_;  // which leaves them where they are when another one comes
 };
 
 /// A column of the current row as a cell's text: numbers in the shortest form that reads back the same; null
