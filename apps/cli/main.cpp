@@ -19,6 +19,8 @@ namespace {
 std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
   if (!isSubcommand(argc, argv, "draw")) return std::make_unique<QCoreApplication>(argc, argv);
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  // The platform complains of what a desktop session would have set up; nobody needs that for a picture.
+  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   return std::make_unique<QGuiApplication>(argc, argv);
 }
 

@@ -1,6 +1,7 @@
 #include "cli/texts.h"
 
 #include <QLocale>
+#include <cmath>
 #include <cstdio>
 #include <iterator>
 
@@ -106,7 +107,12 @@ short modelOfWord(const QString& word) {
 }
 
 QString numberText(double value) {
-  return QString::number(value, 'g', QLocale::FloatingPointShortest);
+  // Exponents only where the digits alone would be mostly zeros.
+  constexpr double kSmallest = 1e-4;
+  constexpr double kLargest = 1e15;
+  const double size = std::abs(value);
+  const bool plain = size == 0.0 || (size >= kSmallest && size < kLargest);
+  return QString::number(value, plain ? 'f' : 'g', QLocale::FloatingPointShortest);
 }
 
 QString boxText(double x1, double y1, double x2, double y2) {

@@ -42,9 +42,12 @@ QByteArray codecOf(const TextSurvey& survey, const QByteArray& override) {
   return survey.unicode == TextSurvey::Unicode::utf8 ? QByteArray("UTF-8") : QByteArray();
 }
 
+// The last "END" of a section needs no line end: files of this system end so.
 bool endNeedsMending(const TextSurvey& survey, TextForm form) {
   if (survey.size == survey.markLength) return false;
-  return survey.endsWithControlZ || survey.endsWithLineFeed != (form == TextForm::sections);
+  if (survey.endsWithControlZ) return true;
+  return form == TextForm::sections ? !survey.endsWithLineFeed && !survey.endsWithEnd
+                                    : survey.endsWithLineFeed;
 }
 
 void note(const QString& text) {

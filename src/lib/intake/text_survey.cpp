@@ -11,6 +11,7 @@ namespace kaldex {
 namespace {
 
 constexpr std::size_t kHead = 4096;
+constexpr std::size_t kTail = 64;
 constexpr std::size_t kBlock = FileWindow::kCapacity;
 constexpr std::uint64_t kOnes = 0x0101010101010101ULL;
 constexpr std::uint64_t kHighs = 0x8080808080808080ULL;
@@ -61,6 +62,14 @@ std::size_t cutSequence(std::string_view bytes) {
     return length > back ? back : 0;
   }
   return 0;
+}
+
+bool isEndLine(const unsigned char* bytes, std::size_t count) {
+  std::string_view text(reinterpret_cast<const char*>(bytes), count);
+  const std::size_t feed = text.rfind('\n');
+  if (feed != std::string_view::npos) text.remove_prefix(feed + 1);
+  const std::size_t first = text.find_first_not_of(" \t");
+  return first != std::string_view::npos && text.substr(first) == "END";
 }
 
 }  // namespace
@@ -132,6 +141,7 @@ TextSurvey surveyText(FileWindow& file) {
     survey.nonAscii = survey.nonAscii || traits.nonAscii;
     if (survey.nonAscii) utf8.add(block, count);
     survey.endsWithLineFeed = block[count - 1] == '\n';
+    survey.endsWithEnd = isEndLine(block + count - std::min(count, kTail), std::min(count, kTail));
     survey.endsWithControlZ = block[count - 1] == 0x1A;
     offset += count;
   }
