@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <functional>
 #include <memory>
+#include <string_view>
 
 #include "kaldex/api.h"
 #include "kaldex/model/forward.h"
@@ -249,6 +250,8 @@ class KALDEX_API SExtFormats {
   /// LerLinha and LerLatLong for hot loops: without a trace, and with a comparison of projections made
   /// before.
   int readLine();
+  /// What readLine left in `line`; good until that is changed.
+  std::string_view lineText() const { return {line, lineLength_}; }
   int readLatLong(const kaldex::CoordinateTransfer& transfer, Point& point, float& z);
 
   /// Give a line back to the vector that handed it out or took it in.
@@ -275,11 +278,15 @@ class KALDEX_API SExtFormats {
  private:
   bool openStream(const char* mode);
   bool firstLineIsDos();
+  enum class LineEnd { lineFeed, fileEnd, tooLong };
+  LineEnd readFreshLine();
+  LineEnd readLineBehind(std::size_t start);
   int refuseLongLine();
   int refuseRecord();
   DataBase* dataBaseOf(Vector* target) const;
   static void store(Vector* target, DataBase* base);
 
+  std::size_t lineLength_ = 0;             ///< of what readLine left in `line`
   std::size_t lineDirty_ = kLineCapacity;  ///< bytes of `line` that may not be blank
   std::unique_ptr<char[]> streamBuffer_;
   QByteArray openedPath_;

@@ -52,13 +52,13 @@ bool parseNetworkRecord(std::string_view text, NetworkRecord& record) {
   return true;
 }
 
-PlaneResult parsePlanePair(const char* text, double& x, double& y) {
+PlaneResult parsePlanePair(std::string_view text, double& x, double& y) {
   float z = 0.0f;
   const int count = scanReals(text, &x, &y, &z);
   return judged(count, 2, x, y);
 }
 
-PlaneResult parsePlaneSample(const char* text, double& x, double& y, float& z) {
+PlaneResult parsePlaneSample(std::string_view text, double& x, double& y, float& z) {
   const int count = scanReals(text, &x, &y, &z);
   return judged(count, 3, x, y);
 }

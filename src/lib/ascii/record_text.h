@@ -34,8 +34,8 @@ enum class PlaneResult {
   noNumber,  // the record is something else
   malformed  // too few or too many numbers, or one that is no value
 };
-PlaneResult parsePlanePair(const char* text, double& x, double& y);
-PlaneResult parsePlaneSample(const char* text, double& x, double& y, float& z);
+PlaneResult parsePlanePair(std::string_view text, double& x, double& y);
+PlaneResult parsePlaneSample(std::string_view text, double& x, double& y, float& z);
 
 }  // namespace kaldex
 

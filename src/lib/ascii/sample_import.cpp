@@ -121,7 +121,7 @@ bool IEAsc::SampleImport::readPlanePoints(kaldex::ProgressScope& progress) {
     double x = 0.0;
     double y = 0.0;
     float z = 0.0f;
-    const kaldex::PlaneResult result = kaldex::parsePlaneSample(handler_.line, x, y, z);
+    const kaldex::PlaneResult result = kaldex::parsePlaneSample(handler_.lineText(), x, y, z);
     if (result == kaldex::PlaneResult::noNumber) return true;
     if (result == kaldex::PlaneResult::malformed) return malformed();
     pendingXy_.push_back(x * factor_);

@@ -62,7 +62,7 @@ bool IEAsc::SectionReader::readPlanePairs(kaldex::ProgressScope& progress) {
   for (;;) {
     double x = 0.0;
     double y = 0.0;
-    const kaldex::PlaneResult result = kaldex::parsePlanePair(handler_.line, x, y);
+    const kaldex::PlaneResult result = kaldex::parsePlanePair(handler_.lineText(), x, y);
     if (result == kaldex::PlaneResult::noNumber && atRecordEnd()) break;
     if (result != kaldex::PlaneResult::found) return malformed();
     xy_.push_back(x * factor_);

@@ -37,33 +37,54 @@ int SExtFormats::LerLinha() {
 
 int SExtFormats::readLine() {
   if (file == nullptr) return 0;
-  const std::size_t start = strnlen(line, kLineCapacity - 1);
+  const std::size_t start = line[0] == 0 ? 0 : strnlen(line, kLineCapacity - 1);
   for (;;) {
-    if (start == 0) {
-      std::memset(line, ' ', std::max<std::size_t>(lineDirty_, 1));
-      lineDirty_ = 0;
+    LineEnd end = start == 0 ? readFreshLine() : readLineBehind(start);
+    lineDirty_ = std::max(lineDirty_, lineLength_ + 1);
+    if (end == LineEnd::lineFeed && lineLength_ == 0) continue;
+    if (end != LineEnd::fileEnd && isComment(line)) {
+      if (end == LineEnd::lineFeed || kaldex::skipLine(file) != 0) continue;
+      end = LineEnd::fileEnd;
     }
-    std::size_t position = start;
-    int c = kaldex::readCharacter(file);
-    if (start == 0) {
-      while (c == ' ' || c == '\t') c = kaldex::readCharacter(file);
-    }
-    while (c != '\n' && c != EOF && position < kLongestLine) {
-      line[position++] = static_cast<char>(c);
-      c = kaldex::readCharacter(file);
-    }
-    lineDirty_ = std::max(lineDirty_, position + 1);
-    if (c == '\n' && position == 0) continue;
-    if (c != EOF && isComment(line)) {
-      if (c == '\n' || kaldex::skipLine(file) != 0) continue;
-      c = EOF;
-    }
-    line[position] = 0;
-    if (c == '\n' && position <= kLongestLine) return 1;
-    if (c != EOF) return refuseLongLine();
+    line[lineLength_] = 0;
+    if (end == LineEnd::lineFeed) return 1;
+    if (end == LineEnd::tooLong) return refuseLongLine();
     FileClose();
     return 0;
   }
+}
+
+SExtFormats::LineEnd SExtFormats::readFreshLine() {
+  std::memset(line, ' ', std::max<std::size_t>(lineDirty_, 1));
+  lineDirty_ = 0;
+  lineLength_ = 0;
+  int c = kaldex::readCharacter(file);
+  while (c == ' ' || c == '\t') c = kaldex::readCharacter(file);
+  if (c == '\n') return LineEnd::lineFeed;
+  if (c == EOF) return LineEnd::fileEnd;
+  line[lineLength_++] = static_cast<char>(c);
+  if (fgets_unlocked(line + 1, static_cast<int>(kLongestLine) + 1, file) == nullptr) return LineEnd::fileEnd;
+
+  // The buffer was blank, so the line feed that stands in it is the line's, and the last terminator is the
+  // one that was put behind it, even if the line holds terminators of its own.
+  if (char* const feed = static_cast<char*>(std::memchr(line + 1, '\n', kLongestLine))) {
+    feed[1] = ' ';
+    lineLength_ = static_cast<std::size_t>(feed - line);
+    return LineEnd::lineFeed;
+  }
+  const auto* const terminator = static_cast<const char*>(memrchr(line + 1, 0, kLongestLine + 1));
+  lineLength_ = static_cast<std::size_t>(terminator - line);
+  return feof(file) != 0 ? LineEnd::fileEnd : LineEnd::tooLong;
+}
+
+SExtFormats::LineEnd SExtFormats::readLineBehind(std::size_t start) {
+  lineLength_ = start;
+  int c = kaldex::readCharacter(file);
+  for (; c != '\n' && c != EOF && lineLength_ < kLongestLine; c = kaldex::readCharacter(file)) {
+    line[lineLength_++] = static_cast<char>(c);
+  }
+  if (c == EOF) return LineEnd::fileEnd;
+  return c == '\n' && lineLength_ <= kLongestLine ? LineEnd::lineFeed : LineEnd::tooLong;
 }
 
 // What is beyond the longest line can't be kept, and a record that is cut in silence may pass for another
