@@ -34,7 +34,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::uint8_t settings = input.byte();
   const std::uint8_t answers = input.byte();
   workplace.write(kFile, kaldex::fuzz::expandRuns(input.rest()));
-  workplace.undone(answers, [&] {
+  workplace.undone(job.layer, answers, [&] {
     const auto handler = std::make_unique<IEAsc>();
     workplace.init(*handler, job.layer, kFile, settings);
     (handler.get()->*job.import)(workplace.vector(job.layer), workplace.projection());

@@ -77,9 +77,9 @@ class RecordHandler : public IEAsc {
 void readOne(RecordHandler& handler, unsigned what, Workplace& workplace) {
   switch (what % 10) {
     case 0:
-      return handler.blockInSection(workplace.objects(false), 7);
+      return handler.blockInSection(workplace.objects("Objetos"), 7);
     case 1:
-      return handler.blockInSection(workplace.objects(true), 4);
+      return handler.blockInSection(workplace.objects("Lotes"), 4);
     case 2:
       return handler.blockOfGrid(nullptr, 4);
     case 3:
@@ -113,12 +113,13 @@ void readOne(RecordHandler& handler, unsigned what, Workplace& workplace) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   Workplace& workplace = Workplace::instance();
+  workplace.needObjects();
   kaldex::fuzz::Input input(data, size);
   const unsigned what = input.byte();
   const std::uint8_t settings = input.byte();
   const std::uint8_t answers = input.byte();
   workplace.write(kFile, kaldex::fuzz::expandRuns(input.rest()));
-  workplace.undone(answers, [&] {
+  workplace.undone(Workplace::thematic, answers, [&] {
     const auto handler = std::make_unique<RecordHandler>();
     workplace.init(*handler, Workplace::thematic, kFile, settings);
     readOne(*handler, what, workplace);

@@ -18,17 +18,20 @@ namespace {
 using kaldex::fuzz::ShapeContainer;
 using kaldex::fuzz::Workplace;
 
-constexpr const char* kNames[ShapeContainer::files] = {"in.shp", "in.shx", "in.dbf", "in.cpg"};
+constexpr const char* kEndings[ShapeContainer::files] = {".shp", ".shx", ".dbf", ".cpg"};
 
 struct Job {
   int (SExtFormats::*import)(Vector*, SProjection*);
   Workplace::LayerKind layer;
+  const char* name;  // of the file, without an ending; its objects go into a category that is called after it
 };
 
 constexpr Job kJobs[] = {
-    {&SExtFormats::ImportLines, Workplace::thematic},   {&SExtFormats::ImportLines, Workplace::cadastral},
-    {&SExtFormats::ImportSamples, Workplace::samples},  {&SExtFormats::ImportLines, Workplace::network},
-    {&SExtFormats::ImportSamples, Workplace::contours},
+    {&SExtFormats::ImportLines, Workplace::thematic, "in"},
+    {&SExtFormats::ImportLines, Workplace::cadastral, "known"},
+    {&SExtFormats::ImportSamples, Workplace::samples, "in"},
+    {&SExtFormats::ImportLines, Workplace::network, "in"},
+    {&SExtFormats::ImportSamples, Workplace::contours, "in"},
 };
 
 // Which file a mutation touches: mostly those with the most to get wrong.
@@ -85,12 +88,16 @@ extern "C" std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* one, std::s
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   Workplace& workplace = Workplace::instance();
+  workplace.needObjects();
   const ShapeContainer container = ShapeContainer::unpack(data, size);
-  for (std::size_t i = 0; i < ShapeContainer::files; ++i) workplace.write(kNames[i], container.file[i]);
   const Job& job = kJobs[container.job % (sizeof kJobs / sizeof *kJobs)];
-  workplace.undone(container.answers, [&] {
+  for (std::size_t i = 0; i < ShapeContainer::files; ++i) {
+    workplace.write((std::string(job.name) + kEndings[i]).c_str(), container.file[i]);
+  }
+  workplace.undone(job.layer, container.answers, [&] {
     const auto handler = std::make_unique<IEShp>();
-    workplace.init(*handler, job.layer, kNames[ShapeContainer::shp], container.settings);
+    const std::string mainFile = std::string(job.name) + kEndings[ShapeContainer::shp];
+    workplace.init(*handler, job.layer, mainFile.c_str(), container.settings);
     if ((container.settings & 0x80) != 0) handler->setEncoding("CP850");
     (handler.get()->*job.import)(workplace.vector(job.layer), workplace.projection());
   });

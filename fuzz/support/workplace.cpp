@@ -80,8 +80,9 @@ Workplace::Workplace() : foreign_(latLong()) {
   insist(project_ != nullptr, "project");
   makeCategories();
   makeLayers();
+  for (int kind = 0; kind < layerKinds; ++kind) fill(static_cast<LayerKind>(kind));
   dataBase_->commit();
-  contentsBefore_ = contents();
+  countAnew();
 }
 
 void Workplace::makeCategories() {
@@ -89,14 +90,48 @@ void Workplace::makeCategories() {
   for (const short model : {THEMATICMODEL, NETWORKMODEL, CADASTRALMODEL, DIGITALMODEL}) {
     fresh.Append(new Category(-1, QString("Categoria %1").arg(model), model, "", 0, nullptr));
   }
-  fresh.Append(new Category(-1, "Lotes", OBJECTMODEL, "", 0, nullptr));
-  fresh.Append(new Category(-1, "Objetos", OBJECTMODEL, "", 0, nullptr));
   insist(dataBase_->storeCategories(fresh) != 0, "categories");
-  SFieldList columns;
-  columns.Append(new SField("GEOID", 0, 10, 0, 0, ""));
-  columns.Append(new SField("AREA_M2", 1, 17, 8, 1, ""));
-  columns.Append(new SField("BAIRRO", 3, 20, 0, 2, ""));
-  insist(dataBase_->createAttributeTable(*objects(true), columns) != 0, "attribute table");
+}
+
+void Workplace::needObjects() {
+  if (hasObjects_) return;
+  hasObjects_ = true;
+  CategoryList fresh(List::Ownership::owns);
+  for (const char* name : {"Objetos", "Lotes", "known_O"}) {
+    fresh.Append(new Category(-1, name, OBJECTMODEL, "", 0, nullptr));
+  }
+  insist(dataBase_->storeCategories(fresh) != 0, "categories of objects");
+  makeTable("Lotes", {{"AREA_M2", 1, 17, 8, 1, ""}, {"BAIRRO", 3, 20, 0, 2, ""}});
+  makeTable("known_O", {{"NOME1", 3, 12, 0, 1, ""}, {"AREA1", 1, 9, 2, 2, ""}, {"POP", 0, 6, 0, 3, ""}});
+  makeKnownObject();
+  dataBase_->commit();
+  countAnew();
+}
+
+void Workplace::makeTable(const char* category, const std::vector<SField>& columns) {
+  SFieldList list;
+  list.Append(new SField("GEOID", 0, 10, 0, 0, ""));
+  for (const SField& column : columns) list.Append(new SField(column));
+  insist(dataBase_->createAttributeTable(*objects(category), list) != 0, category);
+}
+
+void Workplace::makeKnownObject() {
+  ObjectDefinition definition;
+  definition.category = objects("known_O");
+  definition.name = definition.label = "000000001";
+  KaldexObject object;
+  insist(dataBase_->createObject(definition, object) != 0, "object");
+  Point2d place(9e6, 9e7);
+  Anchor anchor;
+  insist(vector(cadastral)->Insert(place) != 0, "point of the object");
+  anchor.InsertPoint(place);
+  insist(vector(cadastral)->Insert(anchor) != 0, "anchor");
+  insist(dataBase_->linkAnchor(*layers_[cadastral], anchor, object) != 0, "link of the anchor");
+}
+
+void Workplace::countAnew() {
+  for (int kind = 0; kind < layerKinds; ++kind)
+    contentsBefore_[kind] = contents(static_cast<LayerKind>(kind));
 }
 
 void Workplace::makeLayers() {
@@ -125,30 +160,47 @@ Vector* Workplace::vector(LayerKind kind) const {
   return layers_[kind]->vector(kLayers[kind].representation);
 }
 
-Category* Workplace::objects(bool withTable) const {
-  return dataBase_->categoryList().Select(withTable ? QStringLiteral("Lotes") : QStringLiteral("Objetos"));
+Category* Workplace::objects(const char* name) const {
+  return dataBase_->categoryList().Select(QString::fromLatin1(name));
 }
 
-long long Workplace::contents() const {
-  long long count = dataBase_->categoryList().Size();
-  for (int kind = 0; kind < layerKinds; ++kind) {
-    Vector* stored = vector(static_cast<LayerKind>(kind));
-    if (stored == nullptr) return -1;
-    count += stored->lineCount() + stored->polygonCount() + stored->point2dCount() + stored->point3dCount() +
-             stored->anchorCount();
+void Workplace::fill(LayerKind kind) {
+  Vector* stored = vector(kind);
+  const double corner[] = {9e6, 9e7, 9e6 + 10, 9e7, 9e6, 9e7 + 10, 9e6, 9e7};
+  auto line = std::make_unique<Line>();
+  line->assign(corner, 4);
+  insist(stored->Insert(*line, 1) != 0, "line");
+  Line* const boundary = line.release();
+  if (kLayers[kind].model == DIGITALMODEL) {
+    Point3d sample(corner[0], corner[1], 0.0f);
+    insist(stored->Insert(sample, 0) != 0, "sample");
+    return;
   }
-  return count;
+  auto polygon = std::make_unique<SPolygon>();
+  polygon->AppendLine(boundary);
+  insist(stored->Insert(*polygon) != 0, "polygon");
+  polygon.release();
+  Point2d point(corner[0], corner[1]);
+  insist(stored->Insert(point) != 0, "point");
 }
 
-void Workplace::undone(std::uint8_t answers, const std::function<void()>& operation) {
+long long Workplace::contents(LayerKind kind) const {
+  Vector* stored = vector(kind);
+  if (stored == nullptr) return -1;
+  return dataBase_->categoryList().Size() + stored->lineCount() + stored->polygonCount() +
+         stored->point2dCount() + stored->point3dCount() + stored->anchorCount();
+}
+
+void Workplace::undone(LayerKind kind, std::uint8_t answers, const std::function<void()>& operation) {
   presenter_.start(answers);
   JobReport report;
-  {
-    const JobReportScope scope(report);
-    const DBTransactionBlock block(dataBase_.get());
-    operation();
-  }
-  if (contents() != contentsBefore_) finding("a transaction that was given up left something behind");
+  const JobReportScope scope(report);
+  if (block_ == nullptr) block_ = std::make_unique<DBTransactionBlock>(dataBase_.get());
+  operation();
+  if (contents(kind) == contentsBefore_[kind]) return;
+  block_.reset();
+  if (contents(kind) != contentsBefore_[kind])
+    finding("a transaction that was given up left something behind");
 }
 
 }  // namespace kaldex::fuzz

@@ -5,11 +5,13 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "fuzz/support/scratch.h"
 #include "kaldex/extforma.h"
 #include "kaldex/model/catalog.h"
 #include "kaldex/model/database.h"
+#include "kaldex/model/field.h"
 #include "kaldex/model/projection.h"
 #include "kaldex/model/report.h"
 #include "kaldex/model/vector.h"
@@ -28,8 +30,8 @@ class BitPresenter : public MessagePresenter {
   int asked_ = 0;
 };
 
-/// What one process reuses for all its runs: a folder in memory, and a geographic database in it with an
-/// empty layer of each kind.
+/// What one process reuses for all its runs: a folder in memory, and a geographic database in it with a layer
+/// of each kind. The layers hold one feature of each sort, so that no run has to make a table.
 class Workplace {
  public:
   enum LayerKind { thematic, network, cadastral, contours, samples, layerKinds };
@@ -45,25 +47,36 @@ class Workplace {
   InfoLayer* layer(LayerKind kind) const { return layers_[kind]; }
   Vector* vector(LayerKind kind) const;
   SProjection* projection() const { return project_->projection(); }
-  /// A category of objects with an attribute table, or one without.
-  Category* objects(bool withTable) const;
 
-  /// Run an operation in a transaction that is then undone. Ends the process when anything of it stays.
-  void undone(std::uint8_t answers, const std::function<void()>& operation);
+  /// Categories of objects, for targets that deal with them: one without and two with an attribute table, of
+  /// which "known_O" is the one that a shapefile called known.shp goes into, and has an object that its first
+  /// shape is.
+  void needObjects();
+  Category* objects(const char* name) const;
+
+  /// Run an operation on a layer in a transaction that is then undone, unless all counts are as they were.
+  /// Ends the process when anything of it stays.
+  void undone(LayerKind kind, std::uint8_t answers, const std::function<void()>& operation);
 
  private:
   Workplace();
   void makeCategories();
+  void makeTable(const char* category, const std::vector<SField>& columns);
+  void makeKnownObject();
+  void countAnew();
   void makeLayers();
-  long long contents() const;
+  void fill(LayerKind kind);
+  long long contents(LayerKind kind) const;
 
   Scratch scratch_;
   std::unique_ptr<DataBase> dataBase_;
   std::unique_ptr<SProjection> foreign_;
   Project* project_ = nullptr;
   InfoLayer* layers_[layerKinds] = {};
-  long long contentsBefore_ = 0;
+  long long contentsBefore_[layerKinds] = {};
   BitPresenter presenter_;
+  std::unique_ptr<DBTransactionBlock> block_;  // open between runs that change nothing
+  bool hasObjects_ = false;
 };
 
 }  // namespace kaldex::fuzz
