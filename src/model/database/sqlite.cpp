@@ -93,6 +93,12 @@ std::string Statement::utf8(int column) const {
   return std::string(text, static_cast<size_t>(sqlite3_column_bytes(statement_, column)));
 }
 
+std::string_view Statement::view(int column) const {
+  const char* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
+  if (text == nullptr) return std::string_view();
+  return std::string_view(text, static_cast<size_t>(sqlite3_column_bytes(statement_, column)));
+}
+
 const unsigned char* Statement::blob(int column, size_t& size) const {
   const void* data = sqlite3_column_blob(statement_, column);
   size = static_cast<size_t>(sqlite3_column_bytes(statement_, column));

@@ -6,6 +6,7 @@
 #include <QString>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kaldex {
@@ -49,6 +50,12 @@ class Statement {
   double real(int column) const { return sqlite3_column_double(statement_, column); }
   QString text(int column) const;
   std::string utf8(int column) const;
+  /// A text without a copy, valid until the next step; empty for null.
+  std::string_view view(int column) const;
+  char firstCharacter(int column, char otherwise) const {
+    const std::string_view text = view(column);
+    return text.empty() ? otherwise : text.front();
+  }
   const unsigned char* blob(int column, size_t& size) const;
 
  private:

@@ -4,9 +4,8 @@
 
 namespace kaldex {
 
-Statement* RowCursor::next(SqliteConnection& connection, const std::string& select) {
+Statement* RowCursor::step() {
   if (!open_) {
-    if (!statement_) statement_ = connection.prepare(select + " WHERE fid > ?1 ORDER BY fid");
     statement_.bind(1, last_);
     open_ = true;
   }

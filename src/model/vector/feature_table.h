@@ -28,8 +28,13 @@ class RowCursor {
     release();
     last_ = key;
   }
-  /// The next row's statement (key in column 0), or null at the end. `select` is the query up to its WHERE.
-  Statement* next(SqliteConnection& connection, const std::string& select);
+  /// The next row's statement (key in column 0), or null at the end. `select` makes the query up to its
+  /// WHERE; it is asked only when the statement must be prepared.
+  template <class MakeSelect>
+  Statement* next(SqliteConnection& connection, MakeSelect select) {
+    if (!statement_) statement_ = connection.prepare(select() + " WHERE fid > ?1 ORDER BY fid");
+    return step();
+  }
   void release() {
     if (statement_) statement_.reset();
     open_ = false;
@@ -40,6 +45,8 @@ class RowCursor {
   }
 
  private:
+  Statement* step();
+
   static constexpr std::int64_t kBeforeFirst = std::numeric_limits<std::int64_t>::min();
 
   Statement statement_;

@@ -5,6 +5,16 @@
 
 inline namespace kaldex_v1 {
 
+namespace {
+
+// A vector that Init has not made yet has no store: it is an empty one of lines.
+const kaldex::VectorStore::Info& infoOf(const std::unique_ptr<kaldex::VectorStore>& store) {
+  static const kaldex::VectorStore::Info none;
+  return store != nullptr ? store->info() : none;
+}
+
+}  // namespace
+
 int LineSet::LoadLines(LineList* list) {
   store_.loadAllLines(list);
   return 1;
@@ -140,7 +150,7 @@ bool Vector::PolygonsInMemory() const {
   return store_->keepOnMemory;
 }
 Box Vector::BoundingBox() const {
-  return store_->info().box;
+  return infoOf(store_).box;
 }
 Box Vector::dataExtent() {
   return store_->extent();
@@ -167,22 +177,22 @@ void Vector::flush() {
 }
 
 short Vector::representation() const {
-  return store_->info().kind;
+  return infoOf(store_).kind;
 }
 int Vector::modelKind() const {
-  return store_->info().modelKind;
+  return infoOf(store_).modelKind;
 }
 SProjection* Vector::projection() const {
-  return store_->info().projection;
+  return infoOf(store_).projection;
 }
 InfoLayer* Vector::infoLayer() const {
-  return store_->info().layer;
+  return infoOf(store_).layer;
 }
 QString Vector::directory() const {
-  return store_->info().directory;
+  return infoOf(store_).directory;
 }
 QString Vector::name() const {
-  return store_->info().name;
+  return infoOf(store_).name;
 }
 
 float Vector::tolerance() const {

@@ -97,8 +97,8 @@ Line* VectorStore::firstLine() {
 
 Line* VectorStore::nextLine() {
   if (!lines_.exists()) return nullptr;
-  Statement* row =
-      lineCursor_.next(*connection_, std::string("SELECT ") + lineColumns + " FROM " + lines_.quoted());
+  Statement* row = lineCursor_.next(
+      *connection_, [&] { return std::string("SELECT ") + lineColumns + " FROM " + lines_.quoted(); });
   return row == nullptr ? nullptr : lineFrom(*row);
 }
 
@@ -107,8 +107,7 @@ Line* VectorStore::lineFrom(Statement& row) {
   if (Line* live = lineShells_.find(id)) return live;
   auto line = std::make_unique<Line>();
   line->id = id;
-  const QString type = row.text(lineTypeText);
-  line->type_ = type.isEmpty() ? static_cast<char>(linePlain) : type.at(0).toLatin1();
+  line->type_ = row.firstCharacter(lineTypeText, static_cast<char>(linePlain));
   line->height = static_cast<float>(row.real(lineHeight));
   line->classId = static_cast<int>(row.integer(lineClass));
   line->leftPolygon = static_cast<int>(row.integer(lineLeft));

@@ -111,8 +111,8 @@ Point2d* VectorStore::firstPoint() {
 
 Point2d* VectorStore::nextPoint() {
   if (!points_.exists()) return nullptr;
-  Statement* row =
-      pointCursor_.next(*connection_, "SELECT fid, class_id, flag, geom FROM " + points_.quoted());
+  Statement* row = pointCursor_.next(
+      *connection_, [&] { return "SELECT fid, class_id, flag, geom FROM " + points_.quoted(); });
   return row == nullptr ? nullptr : pointFrom(*row);
 }
 
@@ -140,7 +140,8 @@ Point3d* VectorStore::firstSample() {
 
 Point3d* VectorStore::nextSample() {
   if (!samples_.exists()) return nullptr;
-  Statement* row = sampleCursor_.next(*connection_, "SELECT fid, geom FROM " + samples_.quoted());
+  Statement* row =
+      sampleCursor_.next(*connection_, [&] { return "SELECT fid, geom FROM " + samples_.quoted(); });
   if (row == nullptr) return nullptr;
   auto sample = std::make_unique<Point3d>();
   sample->id = static_cast<int>(row->integer(0));
@@ -246,13 +247,9 @@ Anchor* VectorStore::anchorFrom(Statement& row) {
   anchor->perimeter = row.real(anchorPerimeter);
   anchor->impedance = row.real(anchorImpedance);
   anchor->demand = row.real(anchorDemand);
-  const auto ids = [&row](int column) {
-    const std::string text = row.utf8(column);
-    return idsFromText(text.data(), text.size());
-  };
-  anchor->points = ids(anchorPoints);
-  anchor->lines = ids(anchorLines);
-  anchor->polygons = ids(anchorPolygons);
+  anchor->points = idsFromText(row.view(anchorPoints));
+  anchor->lines = idsFromText(row.view(anchorLines));
+  anchor->polygons = idsFromText(row.view(anchorPolygons));
   return anchor.release();
 }
 
@@ -278,8 +275,9 @@ Anchor* VectorStore::firstAnchor() {
 Anchor* VectorStore::nextAnchor() {
   if (!anchorTableExists()) return nullptr;
   flushAnchor();
-  Statement* row = anchorCursor_.next(
-      *connection_, std::string("SELECT ") + anchorColumns + " FROM " + quotedName(anchorTable_));
+  Statement* row = anchorCursor_.next(*connection_, [&] {
+    return std::string("SELECT ") + anchorColumns + " FROM " + quotedName(anchorTable_);
+  });
   return row == nullptr ? nullptr : anchorFrom(*row);
 }
 

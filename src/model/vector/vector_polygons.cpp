@@ -93,9 +93,10 @@ std::string idsToText(const std::vector<int>& ids) {
   return text;
 }
 
-std::vector<int> idsFromText(const char* text, std::size_t size) {
+std::vector<int> idsFromText(std::string_view list) {
   std::vector<int> ids;
-  const char* end = text + size;
+  const char* text = list.data();
+  const char* const end = text + list.size();
   while (text != end) {
     int id = 0;
     const auto result = std::from_chars(text, end, id);
@@ -183,7 +184,7 @@ SPolygon* VectorStore::firstPolygon() {
 SPolygon* VectorStore::nextPolygon() {
   if (!polygons_.exists()) return nullptr;
   Statement* row = polygonCursor_.next(
-      *connection_, std::string("SELECT ") + polygonColumns + " FROM " + polygons_.quoted());
+      *connection_, [&] { return std::string("SELECT ") + polygonColumns + " FROM " + polygons_.quoted(); });
   return row == nullptr ? nullptr : polygonFrom(*row);
 }
 
@@ -195,10 +196,8 @@ void VectorStore::fill(SPolygon& polygon, Statement& row) {
     polygon.labelPoint = Point(row.real(polygonLabelX), row.real(polygonLabelY));
   polygon.area = row.real(polygonArea);
   polygon.perimeter = row.real(polygonPerimeter);
-  const std::string lines = row.utf8(polygonLines);
-  const std::string sons = row.utf8(polygonSons);
-  polygon.lines_ = idsFromText(lines.data(), lines.size());
-  polygon.sons_ = idsFromText(sons.data(), sons.size());
+  polygon.lines_ = idsFromText(row.view(polygonLines));
+  polygon.sons_ = idsFromText(row.view(polygonSons));
   std::size_t size = 0;
   const std::uint8_t* blob = row.blob(polygonGeometry, size);
   if (blob != nullptr) {

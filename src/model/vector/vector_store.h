@@ -5,6 +5,7 @@
 #include <deque>
 #include <memory>
 #include <set>
+#include <string_view>
 
 #include "kaldex/model/exception.h"
 #include "kaldex/model/vector.h"
@@ -15,7 +16,7 @@ namespace kaldex {
 
 /// Lists of identifiers as a column holds them: decimal, a blank between two.
 std::string idsToText(const std::vector<int>& ids);
-std::vector<int> idsFromText(const char* text, std::size_t size);
+std::vector<int> idsFromText(std::string_view list);
 
 /// What stands behind a `Vector`: its feature tables, the shells of what is in use, and the search over both.
 class VectorStore : public TransactionListener {
