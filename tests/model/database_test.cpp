@@ -179,6 +179,38 @@ TEST_F(DataBaseTest, WalkOfObjectsTellsNoneEndAndError) {
   EXPECT_EQ(dataBase->updateObjectName(object), 0);
 }
 
+TEST_F(DataBaseTest, AWalkGoesOnThroughCommitsRollbacksAndChangesOfTables) {
+  for (int i = 0; i < 5; ++i) newObject(QString::number(i));
+  KaldexObject object;
+  QStringList labels;
+  for (int walk = dataBase->firstObject(*lots, object); walk == objectFound;
+       walk = dataBase->nextObject(*lots, object)) {
+    labels << object.label;
+    if (object.label == "0") makeAttributes();
+    if (object.label == "1") dataBase->commit();
+    DBTransactionBlock block(dataBase.get());
+    if (object.label == "2") newObject("fallen");
+    if (object.label == "3") dataBase->createTable("EXTRA", SFieldList());
+    if (object.label == "4") block.enableCommit();
+  }
+  EXPECT_EQ(labels.join(""), "01234");
+  // Nothing keeps another program out once the operation has ended.
+  EXPECT_EQ(dataBase->firstObject(*lots, object), objectFound);
+  dataBase->commit();
+  EXPECT_TRUE(Peek(path("base.gpkg")).run("UPDATE OJ000001 SET NOME = 'x'"));
+}
+
+TEST_F(DataBaseTest, CheckFindsADamagedSpatialIndex) {
+  InfoLayer* lines = layer(THEMATICMODEL, "Linhas");
+  for (int i = 0; i < 10; ++i) insertLine(*lines->vector(vectorLines, true), {1.0 * i, 1, 2, 2});
+  dataBase->commit();
+  EXPECT_TRUE(dataBase->check().isEmpty());
+  const QString tree =
+      Peek(path("base.gpkg")).value("SELECT name FROM sqlite_master WHERE name LIKE 'rtree%_rowid'");
+  EXPECT_TRUE(Peek(path("base.gpkg")).run("DELETE FROM " + tree + " WHERE rowid = 3"));
+  EXPECT_FALSE(dataBase->check().isEmpty());
+}
+
 TEST_F(DataBaseTest, ObjectIdentifiersAreUniqueInTheWholeDataBase) {
   Category* trees = category(OBJECTMODEL, "Árvores");
   const int first = newObject("1").id;

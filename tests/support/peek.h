@@ -15,7 +15,9 @@ class Peek {
   Peek& operator=(const Peek&) = delete;
   ~Peek() { sqlite3_close(handle_); }
 
-  bool run(const char* sql) { return sqlite3_exec(handle_, sql, nullptr, nullptr, nullptr) == SQLITE_OK; }
+  bool run(const QString& sql) {
+    return sqlite3_exec(handle_, sql.toUtf8().constData(), nullptr, nullptr, nullptr) == SQLITE_OK;
+  }
   /// First column of the first row; "(none)" without a row.
   QString value(const QString& sql) {
     sqlite3_stmt* statement = nullptr;

@@ -24,7 +24,8 @@ bool isReadOnly(const QString& path) {
 
 GeoPackageDataBase::GeoPackageDataBase(const QString& url, Mode mode)
     : url_(url),
-      qt_(url, mode == Mode::open && isReadOnly(url)),
+      // The absolute path keeps names that mean something to SQLite, as ":memory:", from meaning it here.
+      qt_(QFileInfo(url).absoluteFilePath(), mode == Mode::open && isReadOnly(url)),
       connection_(qt_.handle()),
       context_{connection_, qt_.dataBase(), dialect_},
       projections_(context_),
@@ -51,12 +52,13 @@ GeoPackageDataBase::GeoPackageDataBase(const QString& url, Mode mode)
 }
 
 GeoPackageDataBase::~GeoPackageDataBase() {
-  // What fails here can't be told any more: whoever must know has called commit before.
+  // What fails here can only be logged: whoever must know has called commit before.
   try {
     connection_.commit();
     layers_.closeLayers();
     connection_.commit();
-  } catch (const SException&) {
+  } catch (const std::exception& exception) {
+    qWarning("%s: %s", qUtf8Printable(url_), exception.what());
     layers_.closeLayers();
   }
   connection_.removeListener(this);

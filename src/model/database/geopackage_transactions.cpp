@@ -58,6 +58,7 @@ void GeoPackageDataBase::beforeCommit() {
 }
 
 void GeoPackageDataBase::releaseCursors() {
+  objects_.releaseCursors();
   texts_.releaseCursors();
 }
 

@@ -42,15 +42,17 @@ Statement& ObjectStore::ready(Statement& statement, const Table& table, const ch
 
 int ObjectStore::fetch(Statement& statement, const Category& category, KaldexObject& object) {
   const bool found = statement.step();
-  if (found) {
-    object.id = static_cast<int>(statement.integer(0));
-    object.name = statement.text(1);
-    object.label = statement.text(2);
-    object.visualId = static_cast<int>(statement.integer(3));
-    object.categoryId = category.id;
-  }
+  if (found) take(statement, category, object);
   statement.reset();
   return found ? 1 : 0;
+}
+
+void ObjectStore::take(const Statement& row, const Category& category, KaldexObject& object) {
+  object.id = static_cast<int>(row.integer(0));
+  object.name = row.text(1);
+  object.label = row.text(2);
+  object.visualId = static_cast<int>(row.integer(3));
+  object.categoryId = category.id;
 }
 
 int ObjectStore::find(int id, const Category& category, KaldexObject& object) {
@@ -153,7 +155,8 @@ int ObjectStore::updateName(const KaldexObject& object) {
 int ObjectStore::first(const Category& category, KaldexObject& object) {
   Table* table = find(category.id);
   if (table == nullptr) return objectError;
-  table->walked = 0;
+  stopWalk(*table);
+  walked_[category.id] = 0;
   const int result = next(category, object);
   return result == objectEnd ? objectNone : result;
 }
@@ -161,13 +164,30 @@ int ObjectStore::first(const Category& category, KaldexObject& object) {
 int ObjectStore::next(const Category& category, KaldexObject& object) {
   Table* table = find(category.id);
   if (table == nullptr) return objectError;
-  flush(*table);
-  // Each step seeks anew: the caller may store objects on its way, end a transaction or never come back.
-  Statement& statement = ready(table->following, *table, "ID > ?1 ORDER BY ID LIMIT 1");
-  statement.bind(1, table->walked);
-  if (fetch(statement, category, object) == 0) return objectEnd;
-  table->walked = object.id;
+  // Rows that wait in memory are the walk's last ones.
+  if (!table->batch.isEmpty()) flush(*table);
+  // The running statement holds SQLite's lock too, which every other read of the walk would have to take
+  // anew.
+  Statement& statement = ready(table->following, *table, "ID > ?1 ORDER BY ID");
+  if (!table->walking) statement.bind(1, walked_[category.id]);
+  table->walking = false;
+  if (!statement.step()) {
+    statement.reset();
+    return objectEnd;
+  }
+  table->walking = true;
+  take(statement, category, object);
+  walked_[category.id] = object.id;
   return objectFound;
+}
+
+void ObjectStore::stopWalk(Table& table) {
+  if (table.walking) table.following.reset();
+  table.walking = false;
+}
+
+void ObjectStore::releaseCursors() {
+  for (auto& [category, table] : known_) stopWalk(table);
 }
 
 int ObjectStore::drawId() {
@@ -199,6 +219,7 @@ void ObjectStore::flush() {
 }
 
 void ObjectStore::finish() {
+  releaseCursors();
   flush();
   for (auto& [category, table] : known_) {
     if (table.unindexed > 0) index(table);

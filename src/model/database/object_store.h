@@ -30,6 +30,7 @@ class ObjectStore {
   void flush();
   /// Flush, store the sequence's state and make the indexes of the tables that got rows.
   void finish();
+  void releaseCursors();
   void forget();
 
  private:
@@ -40,13 +41,15 @@ class ObjectStore {
     int firstInBatch = 0;             ///< identifiers ascend
     std::vector<uint> labels, names;  ///< hashes of those in the batch
     Statement byId, byLabel, byName, following, rename;
-    int walked = 0;  ///< the object that the walk handed out last
+    bool walking = false;  ///< `following` stands on the object that the walk handed out last
     long long unindexed =
         0;  ///< rows that came since the table was first seen, while that is without indexes
     bool indexed = false;
   };
 
   Table* find(int categoryId);
+  static void take(const Statement& row, const Category& category, KaldexObject& object);
+  static void stopWalk(Table& table);
   int fetch(Statement& statement, const Category& category, KaldexObject& object);
   Statement& ready(Statement& statement, const Table& table, const char* rest);
   void put(Table& table, const ObjectDefinition& definition, const KaldexObject& object);
@@ -60,6 +63,7 @@ class ObjectStore {
   TableStore& tables_;
   AttributeRows& attributes_;
   std::map<int, Table> known_;
+  std::map<int, int> walked_;  ///< by category, the object that its walk handed out last; outlives a rollback
   int lastCategory_ = 0;
   Table* last_ = nullptr;
   int lastId_ = -1;    ///< the newest object's identifier, -1 when it isn't known

@@ -150,8 +150,9 @@ void TableStore::createTables() {
 std::shared_ptr<const TableInfo> TableStore::share(const QString& name) {
   const auto found = known_.constFind(name);
   if (found != known_.constEnd()) return *found;
+  // Absent tables are asked for again: the vectors make theirs past this class.
   std::shared_ptr<const TableInfo> info = read(name);
-  known_.insert(name, info);
+  if (info != nullptr) known_.insert(name, info);
   return info;
 }
 
