@@ -233,6 +233,15 @@ TEST_F(ShapeImportObjectsTest, EncodingIsToldAndCanBeOverridden) {
   ASSERT_EQ(importer.ImportLines(vector(), project->projection()), 1);
   EXPECT_EQ(objects(), QString::fromUtf8("1 2: S\u00C3\u00A3o \u00E2\u0082\u00AC"));
   EXPECT_EQ(report.encoding.reason, QString("override"));
+
+  report = JobReport();
+  importer.setEncoding("klingon");
+  write("e.cpg", "UTF-8");
+  writeTable(DbfMaker({{"A", 'C', 10}}).row({"S\xE3o"}));
+  ASSERT_EQ(importer.ImportLines(vector(), project->projection()), 1);
+  EXPECT_EQ(report.notes.join('\n'),
+            QString("A codificação indicada não é conhecida: override: klingon\n"
+                    "1 textos do .dbf têm bytes que nada significam na codificação UTF-8."));
 }
 
 }  // namespace

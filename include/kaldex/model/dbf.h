@@ -52,6 +52,8 @@ class KALDEX_MODEL_API DbfImpExp {
   QString encodingReason() const;
   /// A sign of the encoding that names none known here, as it stands, or empty.
   QString encodingDoubt() const;
+  /// How many of the texts read so far hold bytes that mean nothing in the encoding; U+FFFD stands in their place.
+  int undecodable() const;
   /// Names of the columns that were left out.
   QStringList ignoredColumns() const;
 

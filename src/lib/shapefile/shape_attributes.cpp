@@ -109,6 +109,11 @@ void IEShp::AttributeSource::report() const {
   if (!dbf_.encodingDoubt().isEmpty()) {
     report->note(QObject::tr("A codificação indicada não é conhecida: %1").arg(dbf_.encodingDoubt()));
   }
+  if (dbf_.undecodable() > 0) {
+    report->note(QObject::tr("%1 textos do .dbf têm bytes que nada significam na codificação %2.")
+                     .arg(dbf_.undecodable())
+                     .arg(dbf_.encodingName()));
+  }
 }
 
 int IEShp::ImportAttrValueFromDbf(DbfImpExp& dbf, SFieldList* fields, Category* category, int objectId) {

@@ -385,6 +385,10 @@ QString DbfImpExp::encodingDoubt() const {
   return QString::fromLatin1(table_->encoding.notUnderstood);
 }
 
+int DbfImpExp::undecodable() const {
+  return table_->decoder == nullptr ? 0 : table_->decoder->undecodable();
+}
+
 QStringList DbfImpExp::ignoredColumns() const {
   QStringList names;
   for (const std::string& name : table_->ignored)

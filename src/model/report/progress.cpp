@@ -50,7 +50,7 @@ void SError::signalValue() {
     step_ = 0;
     nextSignal_ = std::numeric_limits<int>::max();
   } else {
-    nextSignal_ = stride_ < maximum_ - value_ ? value_ + stride_ : maximum_;
+    nextSignal_ = static_cast<int>(std::min<long long>(static_cast<long long>(value_) + stride_, maximum_));
   }
   Q_EMIT defineProgressValue(value_);
 }
