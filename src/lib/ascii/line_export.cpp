@@ -31,7 +31,7 @@ IEAsc::LineExport::LineExport(IEAsc& handler, Vector& vector, bool onlyUsedClass
       vector_(vector),
       filter_(onlyUsedClasses, handler.dataBase, handler.infoLayer),
       writer_(handler),
-      progress_(stepsOf(vector.lineCount())) {}
+      progress_(stepsOf(vector.lineCount() + vector.polygonCount())) {}
 
 IEAsc::LineExport::~LineExport() {
   JobReport* const job = JobReport::current();
@@ -160,6 +160,7 @@ bool IEAsc::LineExport::writePolygons() {
   for (SPolygon* polygon = vector_.FirstPolygon(); polygon != nullptr && wantsMore();
        polygon = vector_.NextPolygon()) {
     ++polygonsRead_;
+    progress_.step();
     if (filter_.passes(polygon->classId)) {
       writeOutline(*polygon);
       writeSonsOfOtherClasses(*polygon);

@@ -78,6 +78,7 @@ bool SExtFormats::firstLineIsDos() {
 }
 
 int SExtFormats::FileClose() {
+  const Tracer tracer(__FILE__, __LINE__, "SExtFormats::FileClose");
   if (file == nullptr) return 1;
   closedAt_ = ftello(file);
   closedWell_ = std::fclose(file) == 0;
