@@ -15,8 +15,8 @@ int runInfo(const Options& options);
 int runDraw(const Options& options);
 
 /// Import and export as parts of a larger work: with these options, telling the job and the current report
-/// what they do.
-Result importFile(Job& job, const Options& options, DataBase& dataBase);
+/// what they do. `tellMade` is whether projects and layers that are made matter to the user.
+Result importFile(Job& job, const Options& options, DataBase& dataBase, bool tellMade = true);
 Result exportLayer(Job& job, const Options& options, DataBase& dataBase);
 
 /// Print an error of a command that makes no report.

@@ -131,8 +131,11 @@ Result Conversion::throughDataBase() {
   if (!folder.isValid()) return job_.fail(Say::tr("Não foi possível criar uma pasta temporária."));
   const std::unique_ptr<DataBase> dataBase = make(folder.filePath(QStringLiteral("convert.gpkg")));
   if (dataBase == nullptr) return Result::failed;
-  const Result result = importFile(job_, importOptions(), *dataBase);
-  return result == Result::done ? exportFrom(*dataBase) : result;
+  Result result = importFile(job_, importOptions(), *dataBase, false);
+  if (result == Result::done) result = exportFrom(*dataBase);
+  // What the way's database holds is nothing that was written.
+  if (result != Result::done) Job::report().written.clear();
+  return result;
 }
 
 // What was read is of the source, what was written of the target.

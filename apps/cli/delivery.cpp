@@ -30,7 +30,9 @@ bool rename(const QString& from, const QString& to) {
 }  // namespace
 
 Delivery::Delivery(const QString& target, const QStringList& companions) : companions_(companions) {
-  const QFileInfo info(target);
+  // A link stays one: what it leads to is replaced.
+  const QFileInfo given(target);
+  const QFileInfo info(given.isSymLink() && given.isFile() ? given.canonicalFilePath() : target);
   folder_ = info.path();
   base_ = info.fileName();
   device_ = info.exists() && !info.isFile() && !info.isDir();
@@ -74,6 +76,7 @@ bool Delivery::begin(bool append, QString& trouble) {
   QFile to(workPath());
   const bool copied = from.open(QIODevice::ReadOnly) && to.open(QIODevice::WriteOnly) && copyInto(from, to);
   if (!copied) trouble = Say::tr("Não foi possível copiar %1.").arg(finalPath(base_));
+  to.setPermissions(from.permissions());
   return copied;
 }
 

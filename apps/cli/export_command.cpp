@@ -47,7 +47,9 @@ Result Export::run() {
                          : Say::tr("%1 já existe; use --overwrite.").arg(options_.file));
   }
   Vector* const vector = kind_.source(*place.layer);
-  if (vector == nullptr) return job_.fail(Say::tr("O plano %1 está vazio.").arg(place.layer->name));
+  if (vector == nullptr)
+    return job_.fail(
+        Say::tr("O plano %1 não tem nada que se exporte como %2.").arg(place.layer->name, options_.kind));
   if (!delivery_.begin(options_.append, trouble)) return job_.fail(trouble);
   return write(*place.project, *place.layer, *vector);
 }

@@ -154,9 +154,13 @@ Vector* contourSource(InfoLayer& layer) {
   return firstVector(layer, {vectorContours, vectorSamples, vectorLines});
 }
 
+// Break lines of a numeric layer too, though the handler has no export for them alone: what is there is told.
 bool hasLines(InfoLayer& layer) {
-  Vector* const vector = layer.vector(vectorLines);
-  return vector != nullptr && vector->lineCount() > 0;
+  for (const short kind : {vectorLines, vectorSamples}) {
+    Vector* const vector = layer.vector(kind);
+    if (vector != nullptr && vector->lineCount() > 0) return true;
+  }
+  return false;
 }
 
 bool hasPolygons(InfoLayer& layer) {

@@ -141,17 +141,21 @@ Vector* planeSource(InfoLayer& layer) {
 }
 
 Vector* contourSource(InfoLayer& layer) {
-  return firstVector(layer, {vectorContours, vectorSamples, vectorLines});
+  return firstVector(layer, {vectorContours, vectorSamples});
 }
 
 Vector* sampleSource(InfoLayer& layer) {
-  return firstVector(layer, {vectorSamples, vectorContours, vectorLines});
+  return firstVector(layer, {vectorSamples, vectorContours});
 }
 
 template <short Kind, long long (Vector::*Count)()>
 bool has(InfoLayer& layer) {
   Vector* const vector = layer.vector(Kind);
   return vector != nullptr && (vector->*Count)() > 0;
+}
+
+bool hasLines(InfoLayer& layer) {
+  return has<vectorLines, &Vector::lineCount>(layer) || has<vectorSamples, &Vector::lineCount>(layer);
 }
 
 }  // namespace
@@ -171,7 +175,7 @@ Format shapefileFormat() {
            {"polygons", THEMATICMODEL, importShapes, missing},
            {"samples", DIGITALMODEL, importSamples, missing},
            {"contours", DIGITALMODEL, importContours, missing}},
-          {{"lines", planeSource, has<vectorLines, &Vector::lineCount>, exportLines},
+          {{"lines", planeSource, hasLines, exportLines},
            {"polygons", planeSource, has<vectorLines, &Vector::polygonCount>, exportPolygons},
            {"points", planeSource, has<vectorLines, &Vector::point2dCount>, exportPoints},
            {"contours", contourSource, has<vectorContours, &Vector::lineCount>, exportLines},

@@ -17,12 +17,13 @@ namespace {
 /// One import into an open database: all of it inside one transaction.
 class Import {
  public:
-  Import(Job& job, const Options& options, DataBase& dataBase)
+  Import(Job& job, const Options& options, DataBase& dataBase, bool tellMade)
       : job_(job),
         options_(options),
         dataBase_(dataBase),
         format_(*findFormat(options_.format)),
-        kind_(*format_.importKind(options_.kind)) {}
+        kind_(*format_.importKind(options_.kind)),
+        tellMade_(tellMade) {}
 
   Result run();
 
@@ -31,14 +32,18 @@ class Import {
   bool prepareFile();
   Result importInside();
   Result settle(DBTransactionBlock& block, Result result);
+  Result keep(DBTransactionBlock& block, Result result);
+  void tellMade() const;
 
   Job& job_;
   const Options& options_;
   DataBase& dataBase_;
   const Format& format_;
   const ImportKind& kind_;
+  bool tellMade_;
   std::unique_ptr<TextIntake> intake_;
   QString path_;
+  QStringList made_;  ///< what was made for the import, in words
 };
 
 Result Import::run() {
@@ -79,6 +84,7 @@ Result Import::importInside() {
   if (!facts.complaint.isEmpty()) return job_.fail(facts.complaint);
   ImportTarget target(job_, options_, dataBase_, facts, kind_);
   if (!target.prepare()) return Result::failed;
+  made_ = target.made();
   const QFileInfo file(path_);
   const ImportContext context{options_,         path_,          file.path(),     file.fileName(), dataBase_,
                               target.project(), target.layer(), target.source(), target.units()};
@@ -91,20 +97,36 @@ Result Import::importInside() {
 // A question that couldn't be asked stops everything before anything is kept; other early ends may leave what
 // the operation itself leaves, if that is wanted.
 Result Import::settle(DBTransactionBlock& block, Result result) {
-  if (options_.dryRun) return result;
   const bool partial = result != Result::done && options_.keepPartial && !job_.conversation().unasked();
-  if (result != Result::done && !partial) return result;
-  return guarded(job_, [&] {
+  if (result == Result::done && options_.dryRun) {
+    tellMade();
+    return result;
+  }
+  if ((result == Result::done || partial) && !options_.dryRun) return keep(block, result);
+  Job::report().written.clear();
+  return result;
+}
+
+Result Import::keep(DBTransactionBlock& block, Result result) {
+  const Result kept = guarded(job_, [&] {
     block.enableCommit();
-    if (partial) job_.keptPartial();
+    tellMade();
+    if (result != Result::done) job_.keptPartial();
     return result;
   });
+  if (kept != result) Job::report().written.clear();
+  return kept;
+}
+
+void Import::tellMade() const {
+  if (!tellMade_) return;
+  for (const QString& words : made_) Job::report().note(words);
 }
 
 }  // namespace
 
-Result importFile(Job& job, const Options& options, DataBase& dataBase) {
-  return Import(job, options, dataBase).run();
+Result importFile(Job& job, const Options& options, DataBase& dataBase, bool tellMade) {
+  return Import(job, options, dataBase, tellMade).run();
 }
 
 int runImport(const Options& options, const Language& language) {

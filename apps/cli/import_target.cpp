@@ -64,8 +64,7 @@ bool ImportTarget::findProject() {
   const QString reason = asked_ != nullptr    ? QString()
                          : source_ != nullptr ? Say::tr(", a do arquivo")
                                               : Say::tr(", pois o arquivo não diz a sua");
-  job_.report().note(
-      Say::tr("Projeto %1 criado com a projeção %2%3.").arg(name, projectionName(projection), reason));
+  made_ << Say::tr("Projeto %1 criado com a projeção %2%3.").arg(name, projectionName(projection), reason);
   return true;
 }
 
@@ -160,10 +159,10 @@ bool ImportTarget::makeLayer() {
   layer_ = dataBase_.createLayer(*project_, definition);
   if (layer_ == nullptr) return refuse(Say::tr("Não foi possível criar o plano %1.").arg(definition.name));
   const Box& box = definition.box;
-  job_.report().note(Say::tr("Plano %1 criado: modelo %2, categoria %3, escala 1:%4, caixa %5%6.")
-                         .arg(definition.name, modelWord(model), definition.category->name,
-                              numberText(definition.scale), boxText(box.x1, box.y1, box.x2, box.y2),
-                              boxReason.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(boxReason)));
+  made_ << Say::tr("Plano %1 criado: modelo %2, categoria %3, escala 1:%4, caixa %5%6.")
+               .arg(definition.name, modelWord(model), definition.category->name,
+                    numberText(definition.scale), boxText(box.x1, box.y1, box.x2, box.y2),
+                    boxReason.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(boxReason));
   return true;
 }
 

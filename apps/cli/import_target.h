@@ -24,6 +24,8 @@ class ImportTarget {
   InfoLayer& layer() { return *layer_; }
   SProjection* source() { return source_.get(); }
   int units() const { return units_; }
+  /// What was made in the database, in words.
+  const QStringList& made() const { return made_; }
 
  private:
   bool readProjections();
@@ -50,6 +52,7 @@ class ImportTarget {
   Project* project_ = nullptr;
   InfoLayer* layer_ = nullptr;
   int units_ = 0;
+  QStringList made_;
 };
 
 }  // namespace kaldex::cli

@@ -1,10 +1,12 @@
 #include <langinfo.h>
 
 #include <QGuiApplication>
+#include <QTemporaryDir>
 #include <QTextCodec>
 #include <clocale>
 #include <cstring>
 #include <memory>
+#include <optional>
 
 #include "cli/commands.h"
 #include "cli/interrupt.h"
@@ -15,14 +17,33 @@
 namespace kaldex::cli {
 namespace {
 
-/// Only drawing needs fonts, and with them the graphical half of an application; it takes its time to start.
-std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv) {
-  if (!isSubcommand(argc, argv, "draw")) return std::make_unique<QCoreApplication>(argc, argv);
-  qputenv("QT_QPA_PLATFORM", "offscreen");
-  // The platform complains of what a desktop session would have set up; nobody needs that for a picture.
-  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-  return std::make_unique<QGuiApplication>(argc, argv);
-}
+/// The application. Only drawing needs fonts, and with them the graphical half of one; that takes its time to
+/// start.
+class Application {
+ public:
+  Application(int& argc, char** argv) {
+    if (isSubcommand(argc, argv, "draw")) {
+      pretendDesktop();
+      application_ = std::make_unique<QGuiApplication>(argc, argv);
+    } else {
+      application_ = std::make_unique<QCoreApplication>(argc, argv);
+    }
+  }
+
+ private:
+  // What a session would have set up; without it there are complaints, and a folder among the temporary
+  // files.
+  void pretendDesktop() {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    if (!qEnvironmentVariableIsEmpty("XDG_RUNTIME_DIR")) return;
+    runtimeFolder_.emplace();
+    qputenv("XDG_RUNTIME_DIR", QFile::encodeName(runtimeFolder_->path()));
+  }
+
+  std::optional<QTemporaryDir> runtimeFolder_;
+  std::unique_ptr<QCoreApplication> application_;
+};
 
 /// Words of the command line and file names are UTF-8 where the locale leaves the matter open.
 void settleCodec() {
@@ -52,7 +73,7 @@ int run(const Options& options, const Language& language) {
 }
 
 int runAll(int argc, char** argv) {
-  const std::unique_ptr<QCoreApplication> application = makeApplication(argc, argv);
+  const Application application(argc, argv);
   QCoreApplication::setApplicationName(QStringLiteral("kaldex"));
   settleCodec();
   const Language language(languageOption(argc, argv));

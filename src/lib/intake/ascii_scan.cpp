@@ -15,16 +15,35 @@ constexpr std::uint64_t kHighs = kOnes << 7;
 constexpr std::size_t kLongestLine = 64 * 1024;
 constexpr unsigned char kFirstLetter = 'F';
 
-// First byte from `kFirstLetter` up to 0x7F, or the end; `feeds` gets the line feeds passed over.
+// In each byte of the word: its highest bit if the byte is a letter from `kFirstLetter` on, or anything else
+// up to 0x7F that is.
+std::uint64_t letters(std::uint64_t word) {
+  // Bytes above 0x7F are masked: they must not carry into their neighbours.
+  return ((word & ~kHighs) + kOnes * (0x80 - kFirstLetter)) & ~word & kHighs;
+}
+
+// In each byte: 1 if it is a line feed.
+std::uint64_t lineFeeds(std::uint64_t word) {
+  const std::uint64_t difference = word ^ (kOnes * '\n');
+  return ~(((difference & ~kHighs) + ~kHighs) | difference | ~kHighs) >> 7;
+}
+
+// First letter, or the end; `feeds` gets the line feeds passed over.
 const char* findLetter(const char* at, const char* end, long long& feeds) {
-  constexpr std::uint64_t kToHigh = kOnes * (0x80 - kFirstLetter);
-  for (std::uint64_t word; end - at >= 8; at += 8) {
-    std::memcpy(&word, at, sizeof word);
-    // Bytes above 0x7F are masked first: they must not carry into their neighbours.
-    if ((((word & ~kHighs) + kToHigh) & ~word & kHighs) != 0) break;
-    const std::uint64_t difference = word ^ (kOnes * '\n');
-    const std::uint64_t same = ~(((difference & ~kHighs) + ~kHighs) | difference | ~kHighs);
-    feeds += __builtin_popcountll(same);
+  // Line feeds are summed byte by byte, as many words as a byte can count.
+  constexpr int kWords = 255;
+  for (bool found = false; !found && end - at >= 8;) {
+    std::uint64_t sums = 0;
+    for (int i = 0; i < kWords && end - at >= 8; ++i, at += 8) {
+      std::uint64_t word;
+      std::memcpy(&word, at, sizeof word);
+      found = letters(word) != 0;
+      if (found) break;
+      sums += lineFeeds(word);
+    }
+    constexpr std::uint64_t kPairs = 0x00FF00FF00FF00FFULL;
+    sums = (sums & kPairs) + ((sums >> 8) & kPairs);
+    feeds += static_cast<long long>((sums * 0x0001000100010001ULL) >> 48);
   }
   for (; at < end; ++at) {
     const auto byte = static_cast<unsigned char>(*at);
