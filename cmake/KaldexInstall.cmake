@@ -31,9 +31,7 @@ configure_file(${PROJECT_SOURCE_DIR}/cmake/kaldex.pc.in ${PROJECT_BINARY_DIR}/ka
 install(FILES ${PROJECT_BINARY_DIR}/kaldex.pc DESTINATION ${pkgconfig_dir})
 
 # The command and what belongs to it.
-if(TARGET kaldex)
-  install(TARGETS kaldex RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-endif()
+install(TARGETS kaldex RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(FILES ${PROJECT_SOURCE_DIR}/docs/man/kaldex.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1)
 install(FILES ${PROJECT_SOURCE_DIR}/apps/cli/kaldex.bash-completion
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME kaldex)

@@ -26,7 +26,7 @@ function(kaldex_defaults target)
 endfunction()
 
 # kaldex_library(target): a shared library of the product. The headers that most of its files include are compiled once;
-# over the three libraries that saves two fifths of the compiler's time. CMAKE_DISABLE_PRECOMPILE_HEADERS=ON builds
+# over the three libraries that saves more than a third of the compiler's time. CMAKE_DISABLE_PRECOMPILE_HEADERS=ON builds
 # without, which shows a file that forgets an include of its own.
 function(kaldex_library target)
   kaldex_defaults(${target})
