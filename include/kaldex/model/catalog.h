@@ -147,7 +147,7 @@ class KALDEX_MODEL_API InfoLayer : public SObject {
   Box box;            ///< plane units
   Box geographicBox;  ///< radians
   float scale = 1.0f;
-  bool plotScale = false;  ///< whether `scale` is the one to plot with
+  bool plotScale = false;  ///< of an image layer: texts are plotted by `resolution`, not by `scale`
   double resolution = 0.0;
   QString directory;  ///< for files beside the database; made when the first one is
   QString fileName;

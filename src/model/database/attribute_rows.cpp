@@ -162,7 +162,7 @@ int AttributeRows::updateRow(Table& table, SCellList& cells, int objectId) {
   return 1;
 }
 
-Statement& AttributeRows::updateOf(Table& table, const std::string& columns) {
+Statement& AttributeRows::updateOf(Table& table, const std::string& columns) const {
   const auto found = table.updates.find(columns);
   if (found != table.updates.end()) return found->second;
   if (table.updates.size() >= kUpdatesKept) table.updates.clear();

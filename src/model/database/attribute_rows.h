@@ -44,7 +44,7 @@ class AttributeRows {
   void putDue(const SCellList* cells);
   static void flush(Table& table, int objectId);
   int updateRow(Table& table, SCellList& cells, int objectId);
-  Statement& updateOf(Table& table, const std::string& columns);
+  Statement& updateOf(Table& table, const std::string& columns) const;
   static void fill(SCellList& cells, const TableInfo& info, const Statement* row);
 
   const StoreContext& context_;

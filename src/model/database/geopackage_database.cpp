@@ -172,9 +172,11 @@ std::unique_ptr<RecordSet> GeoPackageDataBase::selectRecords(const QString& tabl
                                                              const QString& order, int, int) {
   flushRows();
   RecordQuery query = translateQuery({tables, selection, condition, join, order}, tables_);
-  for (const auto& table : query.tables) tables_.ensureIndexes(table->name);
-  return std::make_unique<RowSet>(
-      connection_, std::move(query), [this] { flushRows(); }, rowSets_);
+  const auto settle = [this, table = query.tables.front()->name] {
+    flushRows();
+    tables_.ensureIndexes(table);
+  };
+  return std::make_unique<RowSet>(connection_, std::move(query), settle, rowSets_);
 }
 
 SProjection* GeoPackageDataBase::findOrMakeProjection(const ProjectionParameters& parameters) {

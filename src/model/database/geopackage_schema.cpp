@@ -65,7 +65,7 @@ INSERT INTO gpkg_spatial_ref_sys VALUES
 
 // The identifier that other programs show must be unique, while a user may give a layer any name.
 QString uniqueIdentifier(SqliteConnection& connection, const std::string& table, const QString& wanted) {
-  const QString name = QString::fromStdString(table);
+  QString name = QString::fromStdString(table);
   if (wanted.isEmpty()) return name;
   Statement taken = connection.prepare(
       "SELECT 1 FROM gpkg_contents WHERE identifier = ?1 AND table_name <> ?2 COLLATE NOCASE");

@@ -11,18 +11,18 @@
 
 namespace kaldex {
 
-/// Make the gpkg_* tables in an empty file and mark it as a GeoPackage. Inside the gathering transaction, but for the
-/// file's marks (application_id, user_version), which SQLite writes with it.
+/// Make the gpkg_* tables in an empty file and mark it as a GeoPackage. Inside the gathering transaction, but
+/// for the file's marks (application_id, user_version), which SQLite writes with it.
 void createGeoPackageTables(SqliteConnection& connection);
 bool isGeoPackage(SqliteConnection& connection);
 
-/// Identifier of the projection in gpkg_spatial_ref_sys, which gains a row when there is none: the EPSG code where one
-/// is exact, a number from 100000 otherwise, -1 for the undefined plane.
+/// Identifier of the projection in gpkg_spatial_ref_sys, which gains a row when there is none: the EPSG code
+/// where one is exact, a number from 100000 otherwise, -1 for the undefined plane.
 int registerSpatialReference(SqliteConnection& connection, const SProjection& projection);
 
 struct FeatureTableRegistration {
   std::string name;
-  QString identifier;   ///< shown by other programs; must be unique
+  QString identifier;  ///< shown by other programs; must be unique
   QString description;
   std::string geometryType;  ///< "LINESTRING", "POLYGON", "POINT"
   bool hasZ = false;

@@ -6,7 +6,14 @@
 namespace kaldex {
 
 void GeoPackageDataBase::commit() {
-  connection_.commit();
+  try {
+    connection_.commit();
+  } catch (const SException&) {
+    // Some failures (a disk that is gone) end the transaction on SQLite's side: then what is known here is no
+    // longer there. Otherwise it is the caller's to free space and try again, or to roll back.
+    if (sqlite3_get_autocommit(connection_.handle()) != 0) rollback();
+    throw;
+  }
   if (connection_.blockDepth() == 0) categories_.mark(0);
 }
 

@@ -156,6 +156,7 @@ InfoLayer* LayerStore::createLayer(Project& project, const LayerDefinition& defi
   context_.connection.beginChange();
   const int id = static_cast<int>(context_.connection.scalar("SELECT max(id) FROM kdx_layers")) + 1;
   std::unique_ptr<InfoLayer> layer = makeLayer(id, definition, project);
+  layer->plotScale = layer->model() == IMAGEMODEL;
   insert(*layer);
   InfoLayer* result = layer.get();
   layers_[id] = std::move(layer);

@@ -32,7 +32,7 @@ ObjectStore::Table* ObjectStore::find(int categoryId) {
   return last_;
 }
 
-Statement& ObjectStore::ready(Statement& statement, const Table& table, const char* rest) {
+Statement& ObjectStore::ready(Statement& statement, const Table& table, const char* rest) const {
   if (!statement) {
     statement =
         context_.connection.prepare("SELECT ID, NOME, ROTULO, VISID FROM " + table.quoted + " WHERE " + rest);

@@ -51,7 +51,7 @@ class ObjectStore {
   static void take(const Statement& row, const Category& category, KaldexObject& object);
   static void stopWalk(Table& table);
   int fetch(Statement& statement, const Category& category, KaldexObject& object);
-  Statement& ready(Statement& statement, const Table& table, const char* rest);
+  Statement& ready(Statement& statement, const Table& table, const char* rest) const;
   void put(Table& table, const ObjectDefinition& definition, const KaldexObject& object);
   void flush(Table& table);
   void index(Table& table);

@@ -61,7 +61,7 @@ class QueryText {
   QString takeQuoted() {
     const int end = text_.indexOf(current(), at_ + 1);
     const int size = (end < 0 ? text_.size() : end + 1) - at_;
-    const QString quoted = text_.mid(at_, size);
+    QString quoted = text_.mid(at_, size);
     at_ += size;
     return quoted;
   }

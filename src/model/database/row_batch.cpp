@@ -25,30 +25,24 @@ void RowBatch::beginRow() {
 }
 
 void RowBatch::put(std::int64_t value) {
-  Value entry;
-  entry.type = SQLITE_INTEGER;
+  Value entry = {SQLITE_INTEGER, {0}};
   entry.integer = value;
   values_.push_back(entry);
 }
 
 void RowBatch::put(double value) {
-  Value entry;
-  entry.type = SQLITE_FLOAT;
+  Value entry = {SQLITE_FLOAT, {0}};
   entry.real = value;
   values_.push_back(entry);
 }
 
 void RowBatch::putNull() {
-  Value entry;
-  entry.type = SQLITE_NULL;
-  entry.integer = 0;
-  values_.push_back(entry);
+  values_.push_back({SQLITE_NULL, {0}});
 }
 
 void RowBatch::put(const QString& text) {
   if (text.isNull()) return putNull();
-  Value entry;
-  entry.type = SQLITE_TEXT;
+  Value entry = {SQLITE_TEXT, {0}};
   entry.text.start = static_cast<std::uint32_t>(texts_.size());
   appendUtf8(texts_, text);
   entry.text.size = static_cast<std::uint32_t>(texts_.size()) - entry.text.start;

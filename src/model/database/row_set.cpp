@@ -29,13 +29,12 @@ int integerIn(double value) {
 
 }  // namespace
 
-RowSet::RowSet(SqliteConnection& connection, RecordQuery query, std::function<void()> flush,
+RowSet::RowSet(SqliteConnection& connection, RecordQuery query, std::function<void()> settle,
                std::shared_ptr<Registry> registry)
     : connection_(&connection),
       query_(std::move(query)),
-      flush_(std::move(flush)),
+      settle_(std::move(settle)),
       registry_(std::move(registry)) {
-  flush_();
   restart();
   step();
   connection_->addListener(this);
@@ -191,7 +190,7 @@ bool RowSet::findRow(const QString& column, const QString& value) {
   const int index = columnIndex(column);
   if (index < 0 || connection_ == nullptr) return false;
   change_ = Change::none;
-  flush_();
+  settle_();
   return walksByKey() ? findByKey(index, value) : findByWalk(index, value);
 }
 
@@ -247,7 +246,7 @@ int RowSet::post() {
     change_ = Change::none;
     return change == Change::edit ? 1 : 0;
   }
-  flush_();
+  settle_();
   connection_->beginChange();
   if (change == Change::edit) {
     storeEdit();

@@ -16,13 +16,14 @@ namespace kaldex {
 
 /// The record set over SQLite. The walk is one running statement; when that has to end (a table changes, a
 /// rollback, a jump by findRow) the current row is kept in memory and the walk goes on behind it.
-class RowSet : public RecordSet, private TransactionListener {
+class RowSet final : public RecordSet, private TransactionListener {
  public:
   /// The sets that are open on a database: it closes those that outlive it.
   using Registry = std::set<RowSet*>;
 
-  /// `flush` stores the rows that the database still holds in memory.
-  RowSet(SqliteConnection& connection, RecordQuery query, std::function<void()> flush,
+  /// `settle` is called before rows are looked up or changed: it stores what the database still holds in
+  /// memory and makes missing indexes.
+  RowSet(SqliteConnection& connection, RecordQuery query, std::function<void()> settle,
          std::shared_ptr<Registry> registry);
   ~RowSet() override;
   /// The database goes: the set is at its end from here on.
@@ -80,7 +81,7 @@ class RowSet : public RecordSet, private TransactionListener {
 
   SqliteConnection* connection_;
   RecordQuery query_;
-  std::function<void()> flush_;
+  std::function<void()> settle_;
   std::shared_ptr<Registry> registry_;
   Statement walk_;
   std::map<int, Statement> finders_;

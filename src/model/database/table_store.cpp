@@ -85,6 +85,7 @@ std::vector<SField> fieldsOf(const SystemColumn (&columns)[count], size_t from) 
 
 std::vector<const SField*> pointersTo(const std::vector<SField>& fields) {
   std::vector<const SField*> pointers;
+  pointers.reserve(fields.size());
   for (const SField& field : fields) pointers.push_back(&field);
   return pointers;
 }
@@ -185,7 +186,7 @@ std::shared_ptr<TableInfo> TableStore::read(const QString& name) {
   return info;
 }
 
-void TableStore::readColumns(TableInfo& info) {
+void TableStore::readColumns(TableInfo& info) const {
   Statement columns = context_.connection.prepare("PRAGMA table_info(" + info.quoted + ")");
   while (columns.step()) {
     TableColumn column;

@@ -70,7 +70,7 @@ class TableStore {
 
  private:
   std::shared_ptr<TableInfo> read(const QString& name);
-  void readColumns(TableInfo& info);
+  void readColumns(TableInfo& info) const;
   void readCatalogue(TableInfo& info);
   void create(const QString& name, const QString& key, const std::vector<const SField*>& columns,
               const QString& title);

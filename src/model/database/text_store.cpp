@@ -135,7 +135,7 @@ int TextStore::store(const InfoLayer& layer, Text& text, EntitieList& list) {
   return 1;
 }
 
-void TextStore::write(Table& table, EText& text) {
+void TextStore::write(Table& table, EText& text) const {
   const Point& place = text.Position();
   encodePoint(table.geometry, table.features->srsId(), place.x, place.y);
   const Box box(place.x, place.y, place.x, place.y);

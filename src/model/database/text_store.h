@@ -37,7 +37,7 @@ class TextStore {
   };
 
   Table& table(const InfoLayer& layer);
-  void write(Table& table, EText& text);
+  void write(Table& table, EText& text) const;
 
   const StoreContext& context_;
   LayerStore& layers_;
