@@ -5,9 +5,7 @@
 #include <limits>
 #include <memory>
 
-#include "kaldex/model/exception.h"
 #include "kaldex/model/field.h"
-#include "kaldex/model/visual.h"
 #include "support/model_fixture.h"
 
 namespace {
@@ -93,34 +91,6 @@ TEST(SFieldListTest, CopiesOfAnOwningListAreDeep) {
   SFieldList borrowing(List::Ownership::borrows);
   borrowing.Append(copy.at(0));
   EXPECT_EQ(SFieldList(borrowing).at(0), copy.at(0));
-}
-
-TEST(SCellTest, AChangeIsMarkedUnlessTheCellIsNew) {
-  SCell cell("CG000001", fieldText, "a");
-  cell.ChangeCell("b");
-  EXPECT_EQ(cell.modify(), cellChanged);
-  cell.setModify(cellInserted);
-  cell.ChangeCell("c");
-  EXPECT_EQ(cell.modify(), cellInserted);
-}
-
-TEST(GeneralVisualTest, InitCopiesTheLookAndNotTheIdentity) {
-  GeneralVisual source;
-  source.id = 7;
-  source.SetLineColor(1, 2, 3);
-  GeneralVisual copy;
-  copy.id = 9;
-  EXPECT_EQ(copy.Init(nullptr), 0);
-  EXPECT_EQ(copy.Init(&source), 1);
-  EXPECT_EQ(copy.id, 9);
-  EXPECT_TRUE(copy.line.color == Color(1, 2, 3));
-}
-
-TEST(SExceptionTest, TextSurvivesAsUtf8) {
-  const SException error(QString::fromUtf8("disco cheio: câmara"), SException::Kind::diskFull);
-  EXPECT_STREQ(static_cast<const std::exception&>(error).what(), "disco cheio: câmara");
-  EXPECT_EQ(error.GetMsg(), QString::fromUtf8(error.what()));
-  EXPECT_EQ(error.kind(), SException::Kind::diskFull);
 }
 
 }  // namespace

@@ -180,6 +180,15 @@ TEST_F(ShapeImportObjectsTest, NoCategoryWanted) {
   EXPECT_EQ(messages.take(), QString());
 }
 
+TEST_F(ShapeImportObjectsTest, ACategoryThatHoldsNoObjects) {
+  writePoints(2);
+  writeTable(DbfMaker({{"A", 'C', 4}}).row({"x"}));
+  category(THEMATICMODEL, "e_O");
+  EXPECT_EQ(importLines(CADASTRALMODEL), 0);
+  EXPECT_EQ(messages.take(), QString("Valor inválido!"));
+  EXPECT_EQ(vector()->point2dCount(), 0);
+}
+
 TEST_F(ShapeImportObjectsTest, WrongValuesAreAskedAbout) {
   messages.answer(kCreate, true);
   messages.answer(kIgnoreItem, true);
