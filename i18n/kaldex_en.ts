@@ -627,10 +627,6 @@
         <translation>%1 already exists; use --overwrite.</translation>
     </message>
     <message>
-        <source>O plano %1 está vazio.</source>
-        <translation>The layer %1 is empty.</translation>
-    </message>
-    <message>
         <source>Não foi possível exportar %1 do plano %2.</source>
         <translation>%1 of the layer %2 could not be exported.</translation>
     </message>
@@ -1399,6 +1395,10 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
     <message>
         <source>não com</source>
         <translation>not with</translation>
+    </message>
+    <message>
+        <source>O plano %1 não tem nada que se exporte como %2.</source>
+        <translation>Layer %1 has nothing that can be exported as %2.</translation>
     </message>
 </context>
 </TS>

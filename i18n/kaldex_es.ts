@@ -627,10 +627,6 @@
         <translation>%1 ya existe; use --overwrite.</translation>
     </message>
     <message>
-        <source>O plano %1 está vazio.</source>
-        <translation>La capa %1 está vacía.</translation>
-    </message>
-    <message>
         <source>Não foi possível exportar %1 do plano %2.</source>
         <translation>No se pudo exportar %1 de la capa %2.</translation>
     </message>
@@ -1399,6 +1395,10 @@ Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregun
     <message>
         <source>não com</source>
         <translation>no con</translation>
+    </message>
+    <message>
+        <source>O plano %1 não tem nada que se exporte como %2.</source>
+        <translation>La capa %1 no tiene nada que se pueda exportar como %2.</translation>
     </message>
 </context>
 </TS>

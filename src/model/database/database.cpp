@@ -27,14 +27,15 @@ QString text(const char* source) {
 }
 
 QString serverMessage(const QString& url) {
-  return text("Banco de dados PostgreSQL ainda não disponível: %1").arg(url);
+  return text(QT_TRANSLATE_NOOP("DataBase", "Banco de dados PostgreSQL ainda não disponível: %1")).arg(url);
 }
 
 std::unique_ptr<DataBase> open(const QString& url, GeoPackageDataBase::Mode mode, QString* error) {
   try {
     return std::make_unique<GeoPackageDataBase>(url, mode);
   } catch (const SException& exception) {
-    tell(error, text("O banco de dados %1 não pôde ser aberto: %2").arg(url, exception.GetMsg()));
+    tell(error, text(QT_TRANSLATE_NOOP("DataBase", "O banco de dados %1 não pôde ser aberto: %2"))
+                    .arg(url, exception.GetMsg()));
   }
   return nullptr;
 }
@@ -50,7 +51,7 @@ std::unique_ptr<DataBase> DataBase::Open(const QString& url, QString* error) {
   }
   // SQLite would make the file.
   if (!QFileInfo(url).isFile()) {
-    tell(error, text("O arquivo %1 não existe.").arg(url));
+    tell(error, text(QT_TRANSLATE_NOOP("DataBase", "O arquivo %1 não existe.")).arg(url));
     return nullptr;
   }
   return open(url, GeoPackageDataBase::Mode::open, error);
@@ -62,13 +63,14 @@ std::unique_ptr<DataBase> DataBase::Create(const QString& url, QString* error) {
     return nullptr;
   }
   if (QFileInfo::exists(url)) {
-    tell(error, text("O arquivo %1 já existe.").arg(url));
+    tell(error, text(QT_TRANSLATE_NOOP("DataBase", "O arquivo %1 já existe.")).arg(url));
     return nullptr;
   }
   // Made here and not by SQLite, so that a file that appears in between is never taken for ours.
   QFile file(url);
   if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) {
-    tell(error, text("O arquivo %1 não pôde ser criado: %2").arg(url, file.errorString()));
+    tell(error, text(QT_TRANSLATE_NOOP("DataBase", "O arquivo %1 não pôde ser criado: %2"))
+                    .arg(url, file.errorString()));
     return nullptr;
   }
   file.close();
