@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <QElapsedTimer>
 #include <QObject>
 #include <algorithm>
 #include <cstdio>
@@ -91,6 +92,14 @@ bool Conversation::ask(const QString& text) {
 }
 
 std::optional<bool> Conversation::askTerminal(const QString& text) {
+  QElapsedTimer waited;
+  waited.start();
+  const std::optional<bool> answer = readAnswer(text);
+  progress_.discount(waited.elapsed());
+  return answer;
+}
+
+std::optional<bool> Conversation::readAnswer(const QString& text) {
   for (;;) {
     const QByteArray prompt = (text + Say::tr(" [s/n] ")).toLocal8Bit();
     std::fwrite(prompt.constData(), 1, static_cast<std::size_t>(prompt.size()), stderr);

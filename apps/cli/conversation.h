@@ -48,6 +48,7 @@ class Conversation : public MessagePresenter {
   bool ask(const QString& text);
   std::optional<bool> givenAnswer(const QString& text) const;
   std::optional<bool> askTerminal(const QString& text);
+  static std::optional<bool> readAnswer(const QString& text);
   bool matches(const QString& beginning, const QString& text) const;
 
   const Options& options_;

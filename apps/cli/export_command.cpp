@@ -61,11 +61,12 @@ Result Export::write(Project& project, InfoLayer& layer, Vector& vector) {
   job_.conversation().nameFile(file.filePath(), options_.file);
   job_.begin();
   const int returned = kind_.run(context, vector);
-  const Result result = job_.judge(
+  Result result = job_.judge(
       returned, Say::tr("Não foi possível exportar %1 do plano %2.").arg(options_.kind, layer.name));
   tellProjection(project);
-  if (result != Result::done) return result;
-  return options_.dryRun ? result : deliver();
+  if (result == Result::done && !options_.dryRun) result = deliver();
+  if (result != Result::done) Job::report().written.clear();
+  return result;
 }
 
 Result Export::deliver() {

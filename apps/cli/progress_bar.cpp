@@ -59,6 +59,7 @@ void ProgressBar::clear() {
 void ProgressBar::begin(int maximum) {
   maximum_ = maximum;
   sinceBegin_.start();
+  discounted_ = 0;
   sinceDrawn_.start();
 }
 
@@ -75,8 +76,9 @@ QString ProgressBar::line(int value) const {
   QString line = QStringLiteral("[%1%2] %3 %")
                      .arg(QString(full, QLatin1Char('#')), QString(kBarWidth - full, QLatin1Char('.')))
                      .arg(static_cast<int>(part * 100), 3);
-  const double elapsed = static_cast<double>(sinceBegin_.elapsed()) / 1000.0;
-  if (sinceBegin_.elapsed() >= kBeforeEstimate && value > 0) {
+  const qint64 spent = sinceBegin_.elapsed() - discounted_;
+  if (spent >= kBeforeEstimate && value > 0) {
+    const double elapsed = static_cast<double>(spent) / 1000.0;
     const auto left = static_cast<long long>(elapsed * (1.0 - part) / part + 0.5);
     line += Say::tr("  %1/s  faltam %2")
                 .arg(countText(static_cast<long long>(value / elapsed)), durationText(left));

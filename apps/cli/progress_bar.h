@@ -16,6 +16,8 @@ class ProgressBar : public QObject {
 
   /// Make the line free for something else; the next step draws the bar again.
   void clear();
+  /// Time that went by without the operation's doing.
+  void discount(qint64 milliseconds) { discounted_ += milliseconds; }
 
  private:
   void begin(int maximum);
@@ -27,6 +29,7 @@ class ProgressBar : public QObject {
   int maximum_ = 0;
   QString text_;
   QElapsedTimer sinceBegin_;
+  qint64 discounted_ = 0;
   QElapsedTimer sinceDrawn_;
 };
 
