@@ -220,10 +220,8 @@ void ObjectStore::flush() {
 
 void ObjectStore::finish() {
   releaseCursors();
+  // The indexes by label and name are left to the first look-up: many a database never sees one.
   flush();
-  for (auto& [category, table] : known_) {
-    if (table.unindexed > 0) index(table);
-  }
   if (lastId_ == storedId_) return;
   context_.connection.beginChange();
   Statement update = context_.connection.prepare("UPDATE kdx_sequences SET value = ?1 WHERE name = 'object'");
