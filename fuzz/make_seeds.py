@@ -327,6 +327,43 @@ def dbf():
     return seeds
 
 
+# --- Texts before they are read ---
+
+def intake():
+    section_text = section("LINES", POINTS + "\nEND")
+    table = "nome;valor\nSão Paulo;1\nBelém;2\n"
+    texts = {
+        "as_it_should_be": (0, section_text.encode("latin1")),
+        "dos": (0, section_text.replace("\n", "\r\n").encode("latin1")),
+        "mac": (0, section_text.replace("\n", "\r").encode("latin1")),
+        "mixed": (0, b"LINES\r\r\n1 2\n\r3 4\rEND\r\nEND\n"),
+        "utf8": (0, section_text.encode()),
+        "byte_order_mark": (0, section_text.encode("utf-8-sig")),
+        "utf16": (0, section_text.encode("utf-16")),
+        "utf16_big_endian": (0, b"\xfe\xff" + section_text.encode("utf-16-be")),
+        "utf16_without_mark": (0, section_text.encode("utf-16-le")),
+        "utf16_odd": (0, b"\xff\xfe" + section_text.encode("utf-16-le")[:-1]),
+        "says_utf16": (3 << 1, section_text.encode()),
+        "beyond_latin1": (0, "LINES\n// Łódź ẽ 東京 \U0001F5FA e\u0301\n1 2\n".encode()),
+        "surrogate_alone": (0, b"\xff\xfeL\0\x00\xd8A\0\n\0"),
+        "bytes_invalid": (0, b"LINES\n\xc3\x28\xf8\x88\x80\n"),
+        "control_z": (0, section_text.encode("latin1") + b"\x1a\x1a"),
+        "control_z_inside": (0, b"LINES\n\x1a1 2\nEND\n"),
+        "zeros": (0, b"LINES\0\0\n\0"),
+        "table": (1, table.encode("latin1")),
+        "table_of_feeds": (1, b"\n\r\n\r\r"),
+        "code_page": (5 << 1, table.encode("cp850")),
+        "encoding_unknown": (7 << 1, table.encode("latin1")),
+        "only_mark": (0, b"\xef\xbb\xbf"),
+        "long_line": (0, b"LINES\n\x01x\xff\n"),
+        "sections": (0, (section_text + section("CONTOURLINES", "\nLINE3D\nHEIGHT 1" + ANGLES + "\nEND")).encode("latin1")),
+        "box_in_degrees": (0, HEADER.replace("BOX\t0.000000, 0.000000, 10000000.000000, 100000000.000000\nUNITS Metros",
+                           "BOX\tX1 -45.5, Y1 -23.5, X2 -45.0, Y2 -23.0\nUNITS Geográficas DEG").join(
+                               ["LINES\nINFO", "\nINFO_END" + ANGLES + "\nEND\nEND\n"]).encode("latin1")),
+    }
+    return {name: bytes([choice]) + data for name, (choice, data) in texts.items()}
+
+
 # --- The small ones --------------------------------------------------------------------------------------------------
 
 def geometry_blob():
@@ -375,7 +412,7 @@ def projection_text():
 
 def main():
     root = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent / "seeds"
-    for make in (ascii_sections, info_block, shapefile, dbf, geometry_blob, projection_text):
+    for make in (ascii_sections, info_block, intake, shapefile, dbf, geometry_blob, projection_text):
         folder = root / make.__name__
         folder.mkdir(parents=True, exist_ok=True)
         seeds = make()

@@ -1,6 +1,10 @@
 #include "fuzz/shape_container.h"
 
 #include <algorithm>
+#include <random>
+
+// The fuzzer's own mutations.
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t limit);
 
 namespace kaldex::fuzz {
 
@@ -34,6 +38,39 @@ void mendLastRecord(std::string& main) {
   }
 }
 
+// Which file a mutation touches: mostly those with the most to get wrong.
+ShapeContainer::File touched(std::minstd_rand& random) {
+  static constexpr ShapeContainer::File kShares[] = {
+      ShapeContainer::shp, ShapeContainer::shp, ShapeContainer::shp, ShapeContainer::shp, ShapeContainer::shp,
+      ShapeContainer::shp, ShapeContainer::dbf, ShapeContainer::dbf, ShapeContainer::dbf, ShapeContainer::dbf,
+      ShapeContainer::dbf, ShapeContainer::shx, ShapeContainer::shx, ShapeContainer::cpg};
+  return kShares[random() % (sizeof kShares / sizeof *kShares)];
+}
+
+void mutateFile(std::string& file, std::size_t limit) {
+  std::string room = file;
+  room.resize(std::max(limit, file.size()));
+  auto* bytes = reinterpret_cast<std::uint8_t*>(&room[0]);
+  room.resize(LLVMFuzzerMutate(bytes, file.size(), room.size()));
+  file = room;
+}
+
+std::size_t store(const ShapeContainer& container, std::uint8_t* data, std::size_t limit) {
+  const std::vector<std::uint8_t> packed = container.pack(limit);
+  std::copy(packed.begin(), packed.end(), data);
+  return packed.size();
+}
+
+// Makes the lengths that the heads of .shp, .shx and of the .shp's last record tell fit the files, so that a
+// reader gets beyond them.
+void mendLengths(ShapeContainer& container) {
+  for (const auto which : {ShapeContainer::shp, ShapeContainer::shx}) {
+    std::string& file = container.file[which];
+    if (file.size() >= kFileHead) putWords(file, kLengthInHead, file.size());
+  }
+  mendLastRecord(container.file[ShapeContainer::shp]);
+}
+
 }  // namespace
 
 ShapeContainer ShapeContainer::unpack(const std::uint8_t* data, std::size_t size) {
@@ -64,12 +101,19 @@ std::vector<std::uint8_t> ShapeContainer::pack(std::size_t limit) const {
   return result;
 }
 
-void mendLengths(ShapeContainer& container) {
-  for (const auto which : {ShapeContainer::shp, ShapeContainer::shx}) {
-    std::string& file = container.file[which];
-    if (file.size() >= kFileHead) putWords(file, kLengthInHead, file.size());
+std::size_t mutateShapefile(std::uint8_t* data, std::size_t size, std::size_t limit, unsigned seed) {
+  std::minstd_rand random(seed);
+  ShapeContainer container = ShapeContainer::unpack(data, size);
+  for (std::uint8_t* choice : {&container.job, &container.settings, &container.answers}) {
+    if (random() % 16 == 0) *choice = static_cast<std::uint8_t>(random());
   }
-  mendLastRecord(container.file[ShapeContainer::shp]);
+  const std::size_t used = container.pack(SIZE_MAX).size();
+  std::string& file = container.file[touched(random)];
+  const std::size_t room = limit > used ? limit - used : 0;
+  mutateFile(file, std::min(file.size() + room, kLongest));
+  if (random() % 2 == 0) mendLengths(container);
+  const std::size_t stored = store(container, data, limit);
+  return stored != 0 ? stored : LLVMFuzzerMutate(data, size, limit);
 }
 
 }  // namespace kaldex::fuzz

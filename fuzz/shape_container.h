@@ -25,9 +25,9 @@ struct ShapeContainer {
   std::string file[files];
 };
 
-/// Makes the lengths that the heads of .shp, .shx and of the .shp's last record tell fit the files, so that a
-/// reader gets beyond them.
-void mendLengths(ShapeContainer& container);
+/// A mutation of an input for a shapefile: of one of its files, and every other time with the lengths told in
+/// heads of .shp and .shx mended, so that readers get beyond them. As LLVMFuzzerCustomMutator.
+std::size_t mutateShapefile(std::uint8_t* data, std::size_t size, std::size_t limit, unsigned seed);
 
 }  // namespace kaldex::fuzz
 

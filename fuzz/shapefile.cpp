@@ -2,16 +2,11 @@
 // tells is left to projection_text: searching the registry of reference systems takes a thousand times as
 // long as the rest.
 
-#include <algorithm>
-#include <cstring>
 #include <memory>
-#include <random>
 
 #include "fuzz/shape_container.h"
 #include "fuzz/support/workplace.h"
 #include "kaldex/shapeie.h"
-
-extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t limit);
 
 namespace {
 
@@ -34,56 +29,11 @@ constexpr Job kJobs[] = {
     {&SExtFormats::ImportSamples, Workplace::contours, "in"},
 };
 
-// Which file a mutation touches: mostly those with the most to get wrong.
-ShapeContainer::File touched(std::minstd_rand& random) {
-  static constexpr ShapeContainer::File kShares[] = {
-      ShapeContainer::shp, ShapeContainer::shp, ShapeContainer::shp, ShapeContainer::shp, ShapeContainer::shp,
-      ShapeContainer::shp, ShapeContainer::dbf, ShapeContainer::dbf, ShapeContainer::dbf, ShapeContainer::dbf,
-      ShapeContainer::dbf, ShapeContainer::shx, ShapeContainer::shx, ShapeContainer::cpg};
-  return kShares[random() % (sizeof kShares / sizeof *kShares)];
-}
-
-void mutateFile(std::string& file, std::size_t limit) {
-  std::string room = file;
-  room.resize(std::max(limit, file.size()));
-  auto* bytes = reinterpret_cast<std::uint8_t*>(&room[0]);
-  room.resize(LLVMFuzzerMutate(bytes, file.size(), room.size()));
-  file = room;
-}
-
-std::size_t store(const ShapeContainer& container, std::uint8_t* data, std::size_t limit) {
-  const std::vector<std::uint8_t> packed = container.pack(limit);
-  std::copy(packed.begin(), packed.end(), data);
-  return packed.size();
-}
-
 }  // namespace
 
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t limit,
                                                unsigned seed) {
-  std::minstd_rand random(seed);
-  ShapeContainer container = ShapeContainer::unpack(data, size);
-  if (random() % 16 == 0) container.job = static_cast<std::uint8_t>(random());
-  if (random() % 16 == 0) container.settings = static_cast<std::uint8_t>(random());
-  if (random() % 16 == 0) container.answers = static_cast<std::uint8_t>(random());
-  const std::size_t used = container.pack(SIZE_MAX).size();
-  std::string& file = container.file[touched(random)];
-  const std::size_t room = limit > used ? limit - used : 0;
-  mutateFile(file, std::min<std::size_t>(file.size() + room, 0xffff));
-  if (random() % 2 == 0) mendLengths(container);
-  const std::size_t stored = store(container, data, limit);
-  return stored != 0 ? stored : LLVMFuzzerMutate(data, size, limit);
-}
-
-// One file from the other parent.
-extern "C" std::size_t LLVMFuzzerCustomCrossOver(const std::uint8_t* one, std::size_t oneSize,
-                                                 const std::uint8_t* other, std::size_t otherSize,
-                                                 std::uint8_t* out, std::size_t limit, unsigned seed) {
-  std::minstd_rand random(seed);
-  ShapeContainer result = ShapeContainer::unpack(one, oneSize);
-  const ShapeContainer::File which = touched(random);
-  result.file[which] = ShapeContainer::unpack(other, otherSize).file[which];
-  return store(result, out, limit);
+  return kaldex::fuzz::mutateShapefile(data, size, limit, seed);
 }
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
