@@ -24,7 +24,8 @@ class Application {
   Application(int& argc, char** argv) {
     if (isSubcommand(argc, argv, "draw")) {
       pretendDesktop();
-      application_ = std::make_unique<QGuiApplication>(argc, argv);
+      // Never ended: the platform loses track of what it has then, and the process is over in any case.
+      static_cast<void>(new QGuiApplication(argc, argv));
     } else {
       application_ = std::make_unique<QCoreApplication>(argc, argv);
     }

@@ -49,6 +49,9 @@ class CliTest : public ::testing::Test {
     process.setWorkingDirectory(folder_.path());
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("TMPDIR", path("tmp"));
+    // Only sanitized builds look at this.
+    environment.insert("LSAN_OPTIONS",
+                       "print_suppressions=0:suppressions=" KALDEX_SOURCE_FOLDER "/tests/cli/leaks.supp");
     process.setProcessEnvironment(environment);
     process.setStandardInputFile(QProcess::nullDevice());
     process.start(KALDEX_COMMAND, words);

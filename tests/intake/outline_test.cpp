@@ -122,7 +122,7 @@ TEST_F(OutlineTest, AnExtentOfAngleTexts) {
 }
 
 TEST_F(OutlineTest, AShapefileTellsTypeBoxAndCount) {
-  const ByteMaker& shp = ByteMaker()
+  const QByteArray shp = ByteMaker()
                              .header(50 + 14 + 6 + 14, 1, {0, 0, 1, 1})
                              .big({1, 10})
                              .little({1})

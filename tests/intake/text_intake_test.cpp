@@ -41,6 +41,9 @@ TEST_F(TextIntakeTest, BringsTextsIntoTheFormThatHandlersTake) {
       {"Mac", "LINES\r1 2\rEND\r", "LINES\n1 2\nEND\n", 1},
       {"both", "a\r\nb\rc\r", "a\nb\nc\n", 2},
       {"end mark of DOS", "LINES\r\nEND\r\n\x1A", "LINES\nEND\n", 2},
+      {"end marks to fill a block", "END\r\n\x1A\x1A\x1A", "END\n", 2},
+      {"end marks among line ends", "END\x1A\r\n\x1A", "END\n", 2},
+      {"end mark that is none", "a\x1A\r\nb\n", "a\x1A\nb\n", 1},
       {"no end of the last line", "LINES\n1 2", "LINES\n1 2\n", 1},
       {"UTF-8 with a mark", "\xEF\xBB\xBF//a\xC3\xA7\xC3\xA3o\nEND\n", latin1, 2},
       {"mark before ASCII", QByteArray("\xEF\xBB\xBF") + "END\n", "END\n", 1},
@@ -72,6 +75,7 @@ TEST_F(TextIntakeTest, Utf16OfBothOrdersWithAndWithoutMark) {
 TEST_F(TextIntakeTest, TablesEndWithoutALineEnd) {
   EXPECT_EQ(prepared("a;b\n1;2\n\n", TextForm::delimitedTable), QByteArray("a;b\n1;2"));
   EXPECT_EQ(prepared("a;b\r\n1;2\r\n", TextForm::delimitedTable), QByteArray("a;b\n1;2"));
+  EXPECT_EQ(prepared("a;b\r\n1;2\r\n\x1A\x1A", TextForm::delimitedTable), QByteArray("a;b\n1;2"));
   EXPECT_EQ(prepared("a;b\n\n1;2", TextForm::delimitedTable), QByteArray("(same)"));
 }
 
