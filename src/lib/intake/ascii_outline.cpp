@@ -1,4 +1,3 @@
-#include <QFile>
 #include <QTemporaryFile>
 #include <algorithm>
 #include <cstring>
@@ -214,17 +213,20 @@ int AsciiOutline::count(const QString& keyword) const {
 }
 
 QByteArray AsciiOutline::headerText(const AsciiSection& section) const {
-  QFile file(QFile::decodeName(path_));
-  if (!file.open(QIODevice::ReadOnly) || !file.seek(section.offset)) return QByteArray();
   QByteArray text;
-  file.readLine();
-  while (!file.atEnd() && text.size() < kLongestHeader) {
-    const QByteArray line = file.readLine(kLongestHeader);
-    const QByteArray word = line.trimmed();
-    if (text.isEmpty() && !word.isEmpty() && word != "INFO" && !word.startsWith("//")) break;
-    text += line;
-    if (word.startsWith("INFO_END")) break;
-  }
+  bool keywordPassed = false;
+  // Lines come cut to a length: one without an end isn't taken into memory.
+  kaldex::scanLines(path_, section.offset, [&](const ScannedLine& line) {
+    if (!keywordPassed) {
+      keywordPassed = true;
+      return true;
+    }
+    const QByteArray bytes(line.text.data(), static_cast<int>(line.text.size()));
+    const QByteArray word = bytes.trimmed();
+    if (text.isEmpty() && !word.isEmpty() && word != "INFO" && !word.startsWith("//")) return false;
+    text += bytes + '\n';
+    return text.size() < kLongestHeader && !word.startsWith("INFO_END");
+  });
   return text;
 }
 

@@ -5,27 +5,38 @@
 
 namespace kaldex {
 
+namespace {
+
+constexpr char kControlZ = '\x1A';
+constexpr std::size_t kLongestTail = 1 << 20;
+
+}  // namespace
+
 LineMender::LineMender(FILE* out, TextForm form) : out_(out), form_(form) {}
 
-void LineMender::put(std::string_view bytes) {
+void LineMender::write(std::string_view bytes) {
   if (bytes.empty()) return;
   ok_ = ok_ && std::fwrite(bytes.data(), 1, bytes.size(), out_) == bytes.size();
   anything_ = true;
   lastIsFeed_ = bytes.back() == '\n';
 }
 
-void LineMender::putHeld() {
-  for (; heldFeeds_ > 0; --heldFeeds_) put("\n");
-  if (controlZPending_) put("\x1A");
-  controlZPending_ = false;
+void LineMender::put(std::string_view bytes) {
+  write(tail_);
+  tail_.clear();
+  write(bytes);
+}
+
+void LineMender::hold(char special) {
+  if (tail_.size() == kLongestTail) put({});
+  tail_ += special;
 }
 
 void LineMender::lineFeed() {
-  if (controlZPending_) putHeld();
-  if (form_ == TextForm::delimitedTable) {
-    ++heldFeeds_;
+  if (form_ == TextForm::delimitedTable || !tail_.empty()) {
+    hold('\n');
   } else {
-    put("\n");
+    write("\n");
   }
 }
 
@@ -41,7 +52,6 @@ void LineMender::add(std::string_view bytes) {
     }
     const std::size_t plain = std::min(bytes.find_first_of("\r\n\x1A"), bytes.size());
     if (plain != 0) {
-      putHeld();
       put(bytes.substr(0, plain));
       bytes.remove_prefix(plain);
       continue;
@@ -53,8 +63,7 @@ void LineMender::add(std::string_view bytes) {
     } else if (special == '\n') {
       lineFeed();
     } else {
-      putHeld();
-      controlZPending_ = true;
+      hold(kControlZ);
     }
   }
 }
@@ -64,12 +73,13 @@ bool LineMender::finish() {
     ++macEnds_;
     lineFeed();
   }
-  controlZDropped_ = controlZPending_;
+  const bool feedsDropped = tail_.find('\n') != std::string::npos;
+  controlZDropped_ = tail_.find(kControlZ) != std::string::npos;
   if (form_ == TextForm::delimitedTable) {
-    endMended_ = heldFeeds_ > 0;
+    endMended_ = feedsDropped;
   } else if (anything_ && !lastIsFeed_) {
-    put("\n");
-    endMended_ = true;
+    write("\n");
+    endMended_ = !feedsDropped;
   }
   return ok_ && std::fflush(out_) == 0;
 }

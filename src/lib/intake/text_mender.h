@@ -5,6 +5,7 @@
 #include <QString>
 #include <cstdio>
 #include <memory>
+#include <string>
 #include <string_view>
 
 #include "base/latin1.h"
@@ -31,17 +32,17 @@ class LineMender {
 
  private:
   void put(std::string_view bytes);
-  void putHeld();
+  void write(std::string_view bytes);
+  void hold(char special);
   void lineFeed();
 
   FILE* out_;
   TextForm form_;
   bool ok_ = true;
   bool returnPending_ = false;  // a carriage return that may belong to a line feed
-  bool controlZPending_ = false;
   bool anything_ = false;
   bool lastIsFeed_ = false;
-  long long heldFeeds_ = 0;  // line feeds that may be the last ones of a table
+  std::string tail_;  // line feeds and end marks that go if nothing else follows
   long long dosEnds_ = 0;
   long long macEnds_ = 0;
   bool endMended_ = false;
