@@ -5,6 +5,7 @@
 #include "base/tracer.h"
 #include "kaldex/job_report.h"
 #include "kaldex/model/catalog.h"
+#include "kaldex/model/vector.h"
 #include "lib/ascii/record_text.h"
 #include "lib/ascii/section_reader.h"
 
@@ -14,7 +15,8 @@ inline namespace kaldex_v1 {
 class IEAsc::LineImport : private IEAsc::SectionReader {
  public:
   LineImport(IEAsc& handler, Vector& vector, SProjection* target)
-      : SectionReader(handler, vector, target),
+      : SectionReader(handler, target),
+        vector_(vector),
         network_(layerModel(handler) == NETWORKMODEL),
         type_(layerModel(handler) == DIGITALMODEL ? lineBreak : linePlain) {}
   ~LineImport();
@@ -31,6 +33,7 @@ class IEAsc::LineImport : private IEAsc::SectionReader {
   bool isWorthInserting();
   bool insert(std::unique_ptr<Line> line);
 
+  Vector& vector_;
   bool network_;
   char type_;
   long long read_ = 0;

@@ -19,7 +19,7 @@ constexpr short kSampleBits = 7;  // a vector whose kind has one of these bits t
 }  // namespace
 
 IEAsc::SampleImport::SampleImport(IEAsc& handler, Vector& vector, SProjection* target, const char* keyword)
-    : SectionReader(handler, vector, target), keyword_(keyword), box_(vector.BoundingBox()) {}
+    : SectionReader(handler, target), vector_(vector), keyword_(keyword), box_(vector.BoundingBox()) {}
 
 IEAsc::SampleImport::~SampleImport() {
   JobReport* const job = JobReport::current();

@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "kaldex/model/vector.h"
 #include "lib/ascii/section_reader.h"
 
 inline namespace kaldex_v1 {
@@ -35,6 +36,7 @@ class IEAsc::SampleImport : private IEAsc::SectionReader {
 
   int finish();
 
+  Vector& vector_;
   const char* keyword_;
   Box box_;
   std::vector<double> pendingXy_;  ///< plane points that wait for being carried to the target all at once

@@ -15,7 +15,8 @@ bool IEAsc::SectionReader::findSection(const char* keyword) {
   return false;
 }
 
-IEAsc::SectionReader::Word IEAsc::SectionReader::nextWord(kaldex::ProgressScope& progress) {
+IEAsc::SectionReader::Word IEAsc::SectionReader::nextWord(kaldex::ProgressScope& progress,
+                                                          unsigned* classColours) {
   for (;;) {
     if (!handler_.readWordIntoLine()) {
       handler_.inconsistent("END ???");
@@ -26,8 +27,8 @@ IEAsc::SectionReader::Word IEAsc::SectionReader::nextWord(kaldex::ProgressScope&
     if (kaldex::startsWith(handler_.line, "//")) continue;
     if (atRecordEnd()) return Word::sectionEnd;
     if (std::strcmp(handler_.line, "INFO") != 0) return Word::record;
-    const int header = handler_.InfoSection(nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                            nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
+    const int header = handler_.InfoSection(classColours, nullptr, nullptr, nullptr, nullptr, nullptr,
+                                            nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr);
     if (header == 0) return Word::failed;
   }
 }

@@ -4,7 +4,6 @@
 #include <vector>
 
 #include "kaldex/ascii.h"
-#include "kaldex/model/vector.h"
 #include "lib/frame/coordinate_transfer.h"
 #include "lib/frame/progress_scope.h"
 
@@ -15,9 +14,8 @@ inline namespace kaldex_v1 {
 /// stop.
 class IEAsc::SectionReader {
  protected:
-  SectionReader(IEAsc& handler, Vector& vector, SProjection* target)
+  SectionReader(IEAsc& handler, SProjection* target)
       : handler_(handler),
-        vector_(vector),
         transfer_(handler.projection, target, handler.units),
         factor_(handler.Units2Meter()) {}
   ~SectionReader() = default;
@@ -28,8 +26,9 @@ class IEAsc::SectionReader {
 
   enum class Word { record, sectionEnd, failed };
   /// The next word that the section has to look at, into the handler's line; passes over comments and
-  /// headers.
-  Word nextWord(kaldex::ProgressScope& progress);
+  /// headers. A header may hold a block of classes: `classColours` says what their colours are for, see
+  /// IEAsc::InfoSection.
+  Word nextWord(kaldex::ProgressScope& progress, unsigned* classColours = nullptr);
 
   /// The next line of the record that is being read.
   bool nextLine(kaldex::ProgressScope& progress);
@@ -47,7 +46,6 @@ class IEAsc::SectionReader {
   bool allPlaced() const { return allPlaced_; }
 
   IEAsc& handler_;
-  Vector& vector_;
   kaldex::CoordinateTransfer transfer_;
   double factor_;
 
