@@ -16,7 +16,7 @@ class VectorStore;
 inline namespace kaldex_v1 {
 
 /// Representation kinds of a vector.
-enum VectorKind : short { vectorContours = 5, vectorSamples = 7, vectorLines = 12 };
+enum VectorKind : short { vectorContours = 5, vectorSamples = 7, vectorLines = 12, vectorTin = 16 };
 
 /// The lines of a vector as a set.
 class KALDEX_MODEL_API LineSet {

@@ -2,6 +2,7 @@
 
 #include "kaldex/model/database.h"
 #include "kaldex/model/text.h"
+#include "kaldex/model/tin.h"
 #include "kaldex/model/vector.h"
 #include "model/vector/vector_store.h"
 
@@ -59,7 +60,11 @@ Vector* InfoLayer::vector(short kind, bool make) {
   std::unique_ptr<kaldex::VectorStore> store = dataBase_.openVectorStore(*this, kind, make);
   if (store == nullptr) return nullptr;
   Representations::Entry& entry = representations_->vectors[kind];
-  entry.vector = std::make_unique<Vector>(std::move(store));
+  if (kind == vectorTin) {
+    entry.vector = std::make_unique<Tin>(std::move(store));
+  } else {
+    entry.vector = std::make_unique<Vector>(std::move(store));
+  }
   return entry.vector.get();
 }
 

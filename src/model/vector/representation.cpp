@@ -14,12 +14,16 @@ const char* tableSuffix(short vectorKind, FeatureKind kind) {
                                            "contour_heights", "contour_anchors"};
   static const char* const ofSamples[] = {"sample_lines", "sample_polygons", "sample_points", "samples",
                                           "sample_anchors"};
+  static const char* const ofTins[] = {"tin_lines", "tin_triangles", "tin_points", "tin_nodes",
+                                       "tin_anchors"};
   const auto index = static_cast<size_t>(kind);
   switch (vectorKind) {
     case vectorContours:
       return ofContours[index];
     case vectorSamples:
       return ofSamples[index];
+    case vectorTin:
+      return ofTins[index];
     default:
       return ofLines[index];
   }

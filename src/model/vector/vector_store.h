@@ -109,6 +109,11 @@ class VectorStore : public TransactionListener {
   void afterRollback() override;
 
   const Info& info() const { return info_; }
+  /// For representations that have tables of their own beside these.
+  SqliteConnection& connection() { return *connection_; }
+  const std::string& baseName() const { return baseName_; }
+  /// Make sure that the database lists the representation.
+  void ensureRegistered();
   long long lineCount();
   long long polygonCount();
   long long pointCount();
@@ -125,7 +130,6 @@ class VectorStore : public TransactionListener {
 
  private:
   VectorStore(std::unique_ptr<SqliteConnection> own, const Info& info);
-  void ensureRegistered();
   void registerRepresentation();
   bool anchorTableExists();
   void ensureAnchorTable();
