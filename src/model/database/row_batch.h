@@ -2,6 +2,8 @@
 #define KALDEX_MODEL_ROW_BATCH_H
 
 #include <QString>
+#include <cstdint>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -9,31 +11,40 @@
 
 namespace kaldex {
 
-/// New rows of one table on their way to it: they gather and go in by the dozen, which costs SQLite a good
-/// third less than one by one. What gathers isn't seen by any query: `flush` before one.
+/// New rows of one table on their way to it. They gather; when a block is full it goes to the connection's
+/// write queue and in by the dozen, which costs SQLite a good third less than one by one. What gathers isn't
+/// seen by any query: `flush` before one. What is in the queue is, since statements wait for it.
 class RowBatch {
  public:
   RowBatch() = default;
   /// `columns` are the quoted names of the columns that every row fills.
-  RowBatch(SqliteConnection& connection, std::string table, std::vector<std::string> columns);
+  RowBatch(SqliteConnection& connection, std::string table, const std::vector<std::string>& columns);
+  /// As above, for `columns` plain names with a comma between two.
+  RowBatch(SqliteConnection& connection, std::string table, const char* columns);
 
-  /// Begin a row; its values follow in the order of the columns, all of them.
+  /// Begin a row; its values follow in the order of the columns, all of them. May throw what befell rows
+  /// before.
   void beginRow();
   void put(std::int64_t value);
   void put(int value) { put(static_cast<std::int64_t>(value)); }
   void put(double value);
   void putNull();
   void put(const QString& text);
+  void putUtf8(const std::string& text) { putBytes(SQLITE_TEXT, text.data(), text.size()); }
+  void putBlob(const std::vector<std::uint8_t>& blob) { putBytes(SQLITE_BLOB, blob.data(), blob.size()); }
   /// A text as a value of a column of that FieldType; see parseCell.
   void putCell(short type, const QString& text);
 
-  bool isEmpty() const { return values_.empty(); }
+  explicit operator bool() const { return target_ != nullptr; }
+  /// Whether nothing gathers.
+  bool isEmpty() const { return block_.values.empty(); }
+  /// Write what gathered, now and on this thread.
   void flush();
   /// Drop what gathered.
   void clear();
 
  private:
-  struct TextPlace {
+  struct BytePlace {
     std::uint32_t start, size;
   };
   struct Value {
@@ -41,22 +52,23 @@ class RowBatch {
     union {
       std::int64_t integer;
       double real;
-      TextPlace text;
+      BytePlace bytes;
     };
   };
+  struct Block {
+    std::vector<Value> values;
+    std::string bytes;
+  };
+  struct Target;
+  class Insertion;
 
-  void insert();
-  std::size_t rowCount() const { return values_.size() / columns_.size(); }
-  Statement prepare(std::size_t rows) const;
-  void bindRow(Statement& statement, std::size_t row, std::size_t place) const;
+  void makeTarget(SqliteConnection& connection, std::string table, std::string columns, std::size_t width);
+  void putBytes(int type, const void* bytes, std::size_t size);
+  std::size_t rowCount() const;
+  void handOver();
 
-  SqliteConnection* connection_ = nullptr;
-  std::string table_;
-  std::vector<std::string> columns_;
-  std::size_t capacity_ = 1;  ///< in rows
-  Statement many_, one_;
-  std::vector<Value> values_;
-  std::string texts_;
+  std::shared_ptr<Target> target_;
+  Block block_;
 };
 
 }  // namespace kaldex

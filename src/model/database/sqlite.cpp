@@ -25,9 +25,22 @@ SException::Kind kindOf(int code) {
   throw SException(QString::fromUtf8(sqlite3_errmsg(handle)), kindOf(sqlite3_errcode(handle)));
 }
 
+/// Keeps the other thread from the handle between a failure and the reading of its message.
+class HandleLock {
+ public:
+  explicit HandleLock(sqlite3* handle) : mutex_(sqlite3_db_mutex(handle)) { sqlite3_mutex_enter(mutex_); }
+  HandleLock(const HandleLock&) = delete;
+  HandleLock& operator=(const HandleLock&) = delete;
+  ~HandleLock() { sqlite3_mutex_leave(mutex_); }
+
+ private:
+  sqlite3_mutex* mutex_;
+};
+
 }  // namespace
 
-Statement::Statement(sqlite3* handle, const std::string& sql) : handle_(handle) {
+Statement::Statement(sqlite3* handle, const std::string& sql, WriteQueue* queue)
+    : handle_(handle), queue_(queue) {
   const int size = static_cast<int>(sql.size()) + 1;
   if (sqlite3_prepare_v3(handle, sql.c_str(), size, SQLITE_PREPARE_PERSISTENT, &statement_, nullptr) !=
       SQLITE_OK) {
@@ -38,6 +51,7 @@ Statement::Statement(sqlite3* handle, const std::string& sql) : handle_(handle) 
 Statement& Statement::operator=(Statement&& other) noexcept {
   std::swap(handle_, other.handle_);
   std::swap(statement_, other.statement_);
+  std::swap(queue_, other.queue_);
   return *this;
 }
 
@@ -61,6 +75,8 @@ void Statement::bindBorrowedBlob(int parameter, const void* data, size_t size) {
 }
 
 bool Statement::step() {
+  if (queue_ != nullptr) queue_->settle();
+  const HandleLock lock(handle_);
   const int result = sqlite3_step(statement_);
   if (result == SQLITE_ROW) return true;
   if (result == SQLITE_DONE) return false;
@@ -114,7 +130,7 @@ SqliteConnection::SqliteConnection(sqlite3* borrowed) : handle_(borrowed) {
 }
 
 SqliteConnection::SqliteConnection(const QString& path) : owned_(true) {
-  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_NOMUTEX;
+  const int flags = SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE | SQLITE_OPEN_FULLMUTEX;
   if (sqlite3_open_v2(path.toUtf8().constData(), &handle_, flags, nullptr) != SQLITE_OK) {
     const QString message = QString::fromUtf8(sqlite3_errmsg(handle_));
     sqlite3_close(handle_);
@@ -124,6 +140,7 @@ SqliteConnection::SqliteConnection(const QString& path) : owned_(true) {
 }
 
 SqliteConnection::~SqliteConnection() {
+  queue_.abandon();
   if (inTransaction_) sqlite3_exec(handle_, "ROLLBACK", nullptr, nullptr, nullptr);
   if (owned_) sqlite3_close_v2(handle_);
 }
@@ -145,6 +162,7 @@ void SqliteConnection::configure() {
 }
 
 void SqliteConnection::exec(const std::string& sql) {
+  queue_.settle();
   char* message = nullptr;
   const int result = sqlite3_exec(handle_, sql.c_str(), nullptr, nullptr, &message);
   if (result == SQLITE_OK) return;
@@ -186,6 +204,7 @@ void SqliteConnection::commit() {
 }
 
 void SqliteConnection::rollback() {
+  queue_.abandon();
   if (!blocks_.empty()) {
     for (TransactionListener* listener : listeners_) listener->releaseCursors();
     exec("ROLLBACK TO kdx" + std::to_string(blocks_.size()));
@@ -218,6 +237,7 @@ void SqliteConnection::endBlock(bool keep) {
     if (block.openedTransaction && blocks_.empty()) commit();
     return;
   }
+  queue_.abandon();
   for (TransactionListener* listener : listeners_) listener->releaseCursors();
   blocks_.pop_back();
   if (sqlite3_get_autocommit(handle_) == 0) {

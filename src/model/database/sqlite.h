@@ -9,14 +9,18 @@
 #include <string_view>
 #include <vector>
 
+#include "model/database/write_queue.h"
+
 namespace kaldex {
 
 /// A prepared statement. Failures of any call throw SException with SQLite's own message.
 class Statement {
  public:
   Statement() = default;
-  Statement(sqlite3* handle, const std::string& sql);
-  Statement(Statement&& other) noexcept : handle_(other.handle_), statement_(other.statement_) {
+  /// With a queue each step waits until that has settled.
+  Statement(sqlite3* handle, const std::string& sql, WriteQueue* queue = nullptr);
+  Statement(Statement&& other) noexcept
+      : handle_(other.handle_), statement_(other.statement_), queue_(other.queue_) {
     other.statement_ = nullptr;
   }
   Statement& operator=(Statement&& other) noexcept;
@@ -66,6 +70,28 @@ class Statement {
 
   sqlite3* handle_ = nullptr;
   sqlite3_stmt* statement_ = nullptr;
+  WriteQueue* queue_ = nullptr;
+};
+
+/// Gives a statement its parameters one after the other, with the names that RowBatch has for a row's values.
+class Parameters {
+ public:
+  explicit Parameters(Statement& statement) : statement_(statement) {}
+  template <class Number>
+  void put(Number value) {
+    statement_.bind(next_++, value);
+  }
+  void putNull() { statement_.bindNull(next_++); }
+  /// Copied.
+  void putUtf8(const std::string& text) { statement_.bind(next_++, text); }
+  /// Borrowed until the statement has run.
+  void putBlob(const std::vector<std::uint8_t>& blob) {
+    statement_.bindBorrowedBlob(next_++, blob.data(), blob.size());
+  }
+
+ private:
+  Statement& statement_;
+  int next_ = 1;
 };
 
 /// Told of what happens to the transaction, so that shells, caches and open cursors can follow. None of these
@@ -96,7 +122,10 @@ class SqliteConnection {
   ~SqliteConnection();
 
   sqlite3* handle() const { return handle_; }
-  Statement prepare(const std::string& sql) const { return Statement(handle_, sql); }
+  Statement prepare(const std::string& sql) { return Statement(handle_, sql, &queue_); }
+  /// What goes in on a thread of its own. All that goes through this class or its statements waits for it
+  /// first.
+  WriteQueue& queue() { return queue_; }
   /// Run statements without parameters or rows.
   void exec(const std::string& sql);
   /// As exec, for statements that make, change or drop tables: open cursors are closed first.
@@ -133,6 +162,7 @@ class SqliteConnection {
   };
   std::vector<Block> blocks_;
   std::vector<TransactionListener*> listeners_;
+  WriteQueue queue_;
 };
 
 /// A name or text as an SQL identifier or literal.

@@ -78,6 +78,7 @@ Line* VectorStore::line(int id) {
     selectLine_ = connection_->prepare(std::string("SELECT ") + lineColumns + " FROM " + lines_.quoted() +
                                        " WHERE fid = ?1");
   }
+  newLines_.flush();
   selectLine_.bind(1, id);
   line = selectLine_.step() ? lineFrom(selectLine_) : nullptr;
   selectLine_.reset();
@@ -97,6 +98,7 @@ Line* VectorStore::firstLine() {
 
 Line* VectorStore::nextLine() {
   if (!lines_.exists()) return nullptr;
+  newLines_.flush();
   Statement* row = lineCursor_.next(
       *connection_, [&] { return std::string("SELECT ") + lineColumns + " FROM " + lines_.quoted(); });
   return row == nullptr ? nullptr : lineFrom(*row);
@@ -133,6 +135,7 @@ void VectorStore::loadPoints(const Line& line) {
   if (!selectLineGeometry_) {
     selectLineGeometry_ = connection_->prepare("SELECT geom FROM " + lines_.quoted() + " WHERE fid = ?1");
   }
+  newLines_.flush();
   selectLineGeometry_.bind(1, line.id);
   if (selectLineGeometry_.step()) {
     std::size_t size = 0;
@@ -164,41 +167,39 @@ void VectorStore::writeLine(Line& line) {
   if (line.state != stateStored || line.pointsChanged_) updateLine(line);
 }
 
-void VectorStore::bindLine(Statement& statement, const Line& line) {
-  statement.bind(1, line.id);
-  statement.bindBorrowedText(2, &line.type_, 1);
-  statement.bind(3, static_cast<double>(line.height));
-  statement.bind(4, line.classId);
-  statement.bind(5, line.leftPolygon);
-  statement.bind(6, line.rightPolygon);
+template <class Row>
+void VectorStore::putColumns(Row& row, const Line& line) {
+  row.put(line.id);
+  row.putUtf8(std::string(1, line.type_));
+  row.put(static_cast<double>(line.height));
+  row.put(line.classId);
+  row.put(line.leftPolygon);
+  row.put(line.rightPolygon);
   if (line.labelPoint.isUnset()) {
-    statement.bindNull(7);
-    statement.bindNull(8);
+    row.putNull();
+    row.putNull();
   } else {
-    statement.bind(7, line.labelPoint.x);
-    statement.bind(8, line.labelPoint.y);
+    row.put(line.labelPoint.x);
+    row.put(line.labelPoint.y);
   }
-  statement.bind(9, static_cast<double>(line.impedancePositive));
-  statement.bind(10, static_cast<double>(line.impedanceNegative));
-  statement.bind(11, static_cast<double>(line.demand));
+  row.put(static_cast<double>(line.impedancePositive));
+  row.put(static_cast<double>(line.impedanceNegative));
+  row.put(static_cast<double>(line.demand));
 }
 
 void VectorStore::insertLine(Line& line) {
-  beginChange();
-  if (!insertLine_) {
-    insertLine_ = connection_->prepare("INSERT INTO " + lines_.quoted() + " (" + lineColumns +
-                                       ") VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12)");
-  }
-  bindLine(insertLine_, line);
+  if (!newLines_) newLines_ = RowBatch(*connection_, lines_.quoted(), lineColumns);
+  newLines_.beginRow();
+  putColumns(newLines_, line);
   encodeLine(blob_, lines_.srsId(), line.box, {line.xy_.data(), line.xy_.size() / 2});
-  insertLine_.bindBorrowedBlob(12, blob_.data(), blob_.size());
-  insertLine_.run();
+  newLines_.putBlob(blob_);
   line.hasRow_ = true;
   line.pointsChanged_ = false;
   line.state = stateStored;
 }
 
 void VectorStore::updateLine(Line& line) {
+  newLines_.flush();
   beginChange();
   if (!updateLine_) {
     updateLine_ = connection_->prepare(
@@ -208,7 +209,8 @@ void VectorStore::updateLine(Line& line) {
         "impedance_positive = ?9, impedance_negative = ?10, demand = ?11 WHERE fid = ?1");
     updateLineGeometry_ = connection_->prepare("UPDATE " + lines_.quoted() + " SET geom = ?2 WHERE fid = ?1");
   }
-  bindLine(updateLine_, line);
+  Parameters row(updateLine_);
+  putColumns(row, line);
   updateLine_.run();
   if (line.pointsChanged_) {
     line.UpdateBox();

@@ -13,6 +13,8 @@ namespace {
 /// How many of the 2D points handed out stay valid.
 constexpr std::size_t handedOutLimit = 512;
 
+const char* const pointColumns = "fid, class_id, flag, geom";
+
 enum AnchorColumn {
   anchorId,
   anchorVisual,
@@ -54,17 +56,13 @@ bool VectorStore::insert(Point2d& point) {
     point.id = newPointId();
   }
   points_.added(point.id, boxAt(point));
-  beginChange();
-  if (!insertPoint_) {
-    insertPoint_ = connection_->prepare("INSERT INTO " + points_.quoted() +
-                                        " (fid, class_id, flag, geom) VALUES (?1, ?2, ?3, ?4)");
-  }
+  if (!newPoints_) newPoints_ = RowBatch(*connection_, points_.quoted(), pointColumns);
+  newPoints_.beginRow();
+  newPoints_.put(point.id);
+  newPoints_.put(point.classId);
+  newPoints_.put(static_cast<int>(point.flag));
   encodePoint(blob_, points_.srsId(), point.x, point.y);
-  insertPoint_.bind(1, point.id);
-  insertPoint_.bind(2, point.classId);
-  insertPoint_.bind(3, static_cast<int>(point.flag));
-  insertPoint_.bindBorrowedBlob(4, blob_.data(), blob_.size());
-  insertPoint_.run();
+  newPoints_.putBlob(blob_);
   return true;
 }
 
@@ -95,9 +93,10 @@ Point2d* VectorStore::pointFrom(Statement& row) {
 Point2d* VectorStore::point(int id) {
   if (!points_.exists()) return nullptr;
   if (!selectPoint_) {
-    selectPoint_ =
-        connection_->prepare("SELECT fid, class_id, flag, geom FROM " + points_.quoted() + " WHERE fid = ?1");
+    selectPoint_ = connection_->prepare(std::string("SELECT ") + pointColumns + " FROM " + points_.quoted() +
+                                        " WHERE fid = ?1");
   }
+  newPoints_.flush();
   selectPoint_.bind(1, id);
   Point2d* found = selectPoint_.step() ? pointFrom(selectPoint_) : nullptr;
   selectPoint_.reset();
@@ -111,8 +110,9 @@ Point2d* VectorStore::firstPoint() {
 
 Point2d* VectorStore::nextPoint() {
   if (!points_.exists()) return nullptr;
+  newPoints_.flush();
   Statement* row = pointCursor_.next(
-      *connection_, [&] { return "SELECT fid, class_id, flag, geom FROM " + points_.quoted(); });
+      *connection_, [&] { return std::string("SELECT ") + pointColumns + " FROM " + points_.quoted(); });
   return row == nullptr ? nullptr : pointFrom(*row);
 }
 
@@ -122,14 +122,11 @@ bool VectorStore::insert(Point3d& point) {
   ensureRegistered();
   point.id = static_cast<int>(samples_.newId());
   samples_.added(point.id, boxAt(point));
-  beginChange();
-  if (!insertSample_) {
-    insertSample_ = connection_->prepare("INSERT INTO " + samples_.quoted() + " (fid, geom) VALUES (?1, ?2)");
-  }
+  if (!newSamples_) newSamples_ = RowBatch(*connection_, samples_.quoted(), "fid, geom");
+  newSamples_.beginRow();
+  newSamples_.put(point.id);
   encodePointZ(blob_, samples_.srsId(), point.x, point.y, static_cast<double>(point.z));
-  insertSample_.bind(1, point.id);
-  insertSample_.bindBorrowedBlob(2, blob_.data(), blob_.size());
-  insertSample_.run();
+  newSamples_.putBlob(blob_);
   return true;
 }
 
@@ -140,6 +137,7 @@ Point3d* VectorStore::firstSample() {
 
 Point3d* VectorStore::nextSample() {
   if (!samples_.exists()) return nullptr;
+  newSamples_.flush();
   Statement* row =
       sampleCursor_.next(*connection_, [&] { return "SELECT fid, geom FROM " + samples_.quoted(); });
   if (row == nullptr) return nullptr;
@@ -171,7 +169,7 @@ void VectorStore::ensureAnchorTable() {
 
 bool VectorStore::insert(Anchor& anchor) {
   rethrowDeferred();
-  flushAnchor();
+  settleAnchor();
   ensureAnchorTable();
   if (lastAnchorId_ < 0)
     lastAnchorId_ = connection_->scalar("SELECT max(fid) FROM " + quotedName(anchorTable_));
@@ -187,7 +185,7 @@ bool VectorStore::insert(Anchor& anchor) {
 bool VectorStore::update(const Anchor& anchor) {
   rethrowDeferred();
   if (pendingAnchor_ == nullptr || pendingAnchor_->id != anchor.id) {
-    flushAnchor();
+    flushAnchors();
     if (!anchorTableExists()) return false;
     const std::unique_ptr<Anchor> stored(this->anchor(anchor.id));
     if (stored == nullptr) return false;
@@ -198,42 +196,52 @@ bool VectorStore::update(const Anchor& anchor) {
   return true;
 }
 
-void VectorStore::bindAnchor(Statement& statement, const Anchor& anchor) {
-  statement.bind(1, anchor.id);
-  statement.bind(2, anchor.visualId);
-  const double corners[] = {anchor.box.x1, anchor.box.y1, anchor.box.x2, anchor.box.y2};
-  for (int i = 0; i < 4; ++i) {
+template <class Row>
+void VectorStore::putColumns(Row& row, const Anchor& anchor) {
+  row.put(anchor.id);
+  row.put(anchor.visualId);
+  for (double corner : {anchor.box.x1, anchor.box.y1, anchor.box.x2, anchor.box.y2}) {
     if (anchor.box.isInverted()) {
-      statement.bindNull(3 + i);
+      row.putNull();
     } else {
-      statement.bind(3 + i, corners[i]);
+      row.put(corner);
     }
   }
-  statement.bind(7, anchor.area);
-  statement.bind(8, anchor.perimeter);
-  statement.bind(9, anchor.impedance);
-  statement.bind(10, anchor.demand);
-  statement.bind(11, idsToText(anchor.points));
-  statement.bind(12, idsToText(anchor.lines));
-  statement.bind(13, idsToText(anchor.polygons));
+  row.put(anchor.area);
+  row.put(anchor.perimeter);
+  row.put(anchor.impedance);
+  row.put(anchor.demand);
+  row.putUtf8(idsToText(anchor.points));
+  row.putUtf8(idsToText(anchor.lines));
+  row.putUtf8(idsToText(anchor.polygons));
 }
 
-void VectorStore::flushAnchor() {
+void VectorStore::settleAnchor() {
   if (pendingAnchor_ == nullptr) return;
   const std::unique_ptr<Anchor> anchor = std::move(pendingAnchor_);
+  if (pendingAnchorIsNew_) {
+    if (!newAnchors_) newAnchors_ = RowBatch(*connection_, quotedName(anchorTable_), anchorColumns);
+    newAnchors_.beginRow();
+    putColumns(newAnchors_, *anchor);
+    return;
+  }
+  newAnchors_.flush();
   beginChange();
-  if (!insertAnchor_) {
-    insertAnchor_ = connection_->prepare("INSERT INTO " + quotedName(anchorTable_) + " (" + anchorColumns +
-                                         ") VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10, ?11, ?12, ?13)");
+  if (!updateAnchor_) {
     updateAnchor_ =
         connection_->prepare("UPDATE " + quotedName(anchorTable_) +
                              " SET visual_id = ?2, min_x = ?3, min_y = ?4, max_x = ?5, max_y = ?6, area = "
                              "?7, perimeter = ?8, impedance = "
                              "?9, demand = ?10, points = ?11, lines = ?12, polygons = ?13 WHERE fid = ?1");
   }
-  Statement& statement = pendingAnchorIsNew_ ? insertAnchor_ : updateAnchor_;
-  bindAnchor(statement, *anchor);
-  statement.run();
+  Parameters row(updateAnchor_);
+  putColumns(row, *anchor);
+  updateAnchor_.run();
+}
+
+void VectorStore::flushAnchors() {
+  settleAnchor();
+  newAnchors_.flush();
 }
 
 Anchor* VectorStore::anchorFrom(Statement& row) {
@@ -260,6 +268,7 @@ Anchor* VectorStore::anchor(int id) {
     selectAnchor_ = connection_->prepare(std::string("SELECT ") + anchorColumns + " FROM " +
                                          quotedName(anchorTable_) + " WHERE fid = ?1");
   }
+  newAnchors_.flush();
   selectAnchor_.bind(1, id);
   Anchor* found = selectAnchor_.step() ? anchorFrom(selectAnchor_) : nullptr;
   selectAnchor_.reset();
@@ -267,14 +276,14 @@ Anchor* VectorStore::anchor(int id) {
 }
 
 Anchor* VectorStore::firstAnchor() {
-  flushAnchor();
+  flushAnchors();
   anchorCursor_.rewind();
   return nextAnchor();
 }
 
 Anchor* VectorStore::nextAnchor() {
   if (!anchorTableExists()) return nullptr;
-  flushAnchor();
+  flushAnchors();
   Statement* row = anchorCursor_.next(*connection_, [&] {
     return std::string("SELECT ") + anchorColumns + " FROM " + quotedName(anchorTable_);
   });
@@ -283,7 +292,7 @@ Anchor* VectorStore::nextAnchor() {
 
 std::vector<std::int64_t> VectorStore::anchorCandidates(const Box& box) {
   std::vector<std::int64_t> ids;
-  flushAnchor();
+  flushAnchors();
   if (!anchorTableExists()) return ids;
   if (anchorTree_ == nullptr) {
     anchorTree_ = std::make_unique<BoxTree>();

@@ -150,6 +150,7 @@ SPolygon* VectorStore::polygon(int id) {
     selectPolygon_ = connection_->prepare(std::string("SELECT ") + polygonColumns + " FROM " +
                                           polygons_.quoted() + " WHERE fid = ?1");
   }
+  newPolygons_.flush();
   selectPolygon_.bind(1, id);
   polygon = selectPolygon_.step() ? polygonFrom(selectPolygon_) : nullptr;
   selectPolygon_.reset();
@@ -166,6 +167,7 @@ SPolygon* VectorStore::polygonCopy(int id) {
   SPolygon* live = polygonShells_.find(id);
   if (live != nullptr) writePolygon(*live);
   if (!polygons_.exists()) return nullptr;
+  newPolygons_.flush();
   Statement select = connection_->prepare(std::string("SELECT ") + polygonColumns + " FROM " +
                                           polygons_.quoted() + " WHERE fid = ?1");
   select.bind(1, id);
@@ -183,6 +185,7 @@ SPolygon* VectorStore::firstPolygon() {
 
 SPolygon* VectorStore::nextPolygon() {
   if (!polygons_.exists()) return nullptr;
+  newPolygons_.flush();
   Statement* row = polygonCursor_.next(
       *connection_, [&] { return std::string("SELECT ") + polygonColumns + " FROM " + polygons_.quoted(); });
   return row == nullptr ? nullptr : polygonFrom(*row);
@@ -228,6 +231,7 @@ bool VectorStore::loadOutline(int id, std::vector<double>& xy) {
     selectPolygonGeometry_ =
         connection_->prepare("SELECT geom FROM " + polygons_.quoted() + " WHERE fid = ?1");
   }
+  newPolygons_.flush();
   selectPolygonGeometry_.bind(1, id);
   bool found = false;
   if (selectPolygonGeometry_.step()) {
@@ -269,32 +273,50 @@ void VectorStore::encodeWithSons(SPolygon& polygon) {
   if (!had) polygon.doneWithOutline();
 }
 
-void VectorStore::bindPolygon(Statement& statement, const SPolygon& polygon) {
-  statement.bind(1, polygon.id);
-  statement.bind(2, polygon.parentId);
-  statement.bind(3, polygon.classId);
+template <class Row>
+void VectorStore::putColumns(Row& row, const SPolygon& polygon) {
+  row.put(polygon.id);
+  row.put(polygon.parentId);
+  row.put(polygon.classId);
   if (polygon.labelPoint.isUnset()) {
-    statement.bindNull(4);
-    statement.bindNull(5);
+    row.putNull();
+    row.putNull();
   } else {
-    statement.bind(4, polygon.labelPoint.x);
-    statement.bind(5, polygon.labelPoint.y);
+    row.put(polygon.labelPoint.x);
+    row.put(polygon.labelPoint.y);
   }
-  statement.bind(6, polygon.area);
-  statement.bind(7, polygon.perimeter);
-  statement.bind(8, idsToText(polygon.lines_));
-  statement.bind(9, idsToText(polygon.sons_));
+  row.put(polygon.area);
+  row.put(polygon.perimeter);
+  row.putUtf8(idsToText(polygon.lines_));
+  row.putUtf8(idsToText(polygon.sons_));
 }
 
 void VectorStore::writePolygon(SPolygon& polygon) {
   const bool wantsGeometry = !polygon.hasRow_ || polygon.geometryChanged_;
   if (!wantsGeometry && polygon.changed == stateStored) return;
-  beginChange();
-  // The outline comes first: reading it may use the buffers and statements below.
+  // The outline comes first: reading it may use the buffers and statements of the row.
   if (wantsGeometry) encodeWithSons(polygon);
-  if (!insertPolygon_) {
-    insertPolygon_ = connection_->prepare("INSERT INTO " + polygons_.quoted() + " (" + polygonColumns +
-                                          ") VALUES (?1, ?2, ?3, ?4, ?5, ?6, ?7, ?8, ?9, ?10)");
+  if (polygon.hasRow_) {
+    updatePolygon(polygon, wantsGeometry);
+  } else {
+    insertPolygon(polygon);
+  }
+  polygon.hasRow_ = true;
+  polygon.geometryChanged_ = false;
+  polygon.changed = stateStored;
+}
+
+void VectorStore::insertPolygon(const SPolygon& polygon) {
+  if (!newPolygons_) newPolygons_ = RowBatch(*connection_, polygons_.quoted(), polygonColumns);
+  newPolygons_.beginRow();
+  putColumns(newPolygons_, polygon);
+  newPolygons_.putBlob(blob_);
+}
+
+void VectorStore::updatePolygon(const SPolygon& polygon, bool withGeometry) {
+  newPolygons_.flush();
+  beginChange();
+  if (!updatePolygon_) {
     const std::string update =
         "UPDATE " + polygons_.quoted() +
         " SET parent = ?2, class_id = ?3, label_x = ?4, label_y = ?5, area = ?6, perimeter = "
@@ -302,14 +324,11 @@ void VectorStore::writePolygon(SPolygon& polygon) {
     updatePolygon_ = connection_->prepare(update + " WHERE fid = ?1");
     updatePolygonGeometry_ = connection_->prepare(update + ", geom = ?10 WHERE fid = ?1");
   }
-  Statement& statement =
-      !polygon.hasRow_ ? insertPolygon_ : (wantsGeometry ? updatePolygonGeometry_ : updatePolygon_);
-  bindPolygon(statement, polygon);
-  if (wantsGeometry) statement.bindBorrowedBlob(10, blob_.data(), blob_.size());
+  Statement& statement = withGeometry ? updatePolygonGeometry_ : updatePolygon_;
+  Parameters row(statement);
+  putColumns(row, polygon);
+  if (withGeometry) row.putBlob(blob_);
   statement.run();
-  polygon.hasRow_ = true;
-  polygon.geometryChanged_ = false;
-  polygon.changed = stateStored;
 }
 
 }  // namespace kaldex

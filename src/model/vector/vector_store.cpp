@@ -138,7 +138,8 @@ void VectorStore::flushRows() {
   rethrowDeferred();
   for (Line* line : lineShells_.all()) giveBack(*line, false);
   for (SPolygon* polygon : polygonShells_.all()) writePolygon(*polygon);
-  flushAnchor();
+  settleAnchor();
+  for (RowBatch* rows : newRows()) rows->flush();
 }
 
 void VectorStore::flush() {
@@ -160,6 +161,7 @@ void VectorStore::afterRollback() {
   lineShells_.orphanAll();
   polygonShells_.orphanAll();
   unreleased_.clear();
+  for (RowBatch* rows : newRows()) rows->clear();
   pendingAnchor_.reset();
   anchorTree_.reset();
   anchorTableKnown_ = -1;
@@ -182,13 +184,15 @@ long long VectorStore::polygonCount() {
   return polygons_.count();
 }
 long long VectorStore::pointCount() {
+  newPoints_.flush();
   return points_.count();
 }
 long long VectorStore::sampleCount() {
+  newSamples_.flush();
   return samples_.count();
 }
 long long VectorStore::anchorCount() {
-  flushAnchor();
+  flushAnchors();
   return anchorTableExists() ? connection_->scalar("SELECT count(*) FROM " + quotedName(anchorTable_)) : 0;
 }
 

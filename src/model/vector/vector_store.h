@@ -2,6 +2,7 @@
 #define KALDEX_MODEL_VECTOR_STORE_H
 
 #include <QString>
+#include <array>
 #include <deque>
 #include <memory>
 #include <set>
@@ -9,6 +10,7 @@
 
 #include "kaldex/model/exception.h"
 #include "kaldex/model/vector.h"
+#include "model/database/row_batch.h"
 #include "model/vector/feature_table.h"
 #include "model/vector/shell_registry.h"
 
@@ -136,18 +138,28 @@ class VectorStore : public TransactionListener {
   void writeLine(Line& line);
   void insertLine(Line& line);
   void updateLine(Line& line);
-  void bindLine(Statement& statement, const Line& line);
+  template <class Row>
+  static void putColumns(Row& row, const Line& line);
   Line* lineFrom(Statement& row);
   void limitUnreleased();
   void writePolygon(SPolygon& polygon);
-  void bindPolygon(Statement& statement, const SPolygon& polygon);
+  void insertPolygon(const SPolygon& polygon);
+  void updatePolygon(const SPolygon& polygon, bool withGeometry);
+  template <class Row>
+  static void putColumns(Row& row, const SPolygon& polygon);
   void encodeWithSons(SPolygon& polygon);
   void fill(SPolygon& polygon, Statement& row);
   SPolygon* polygonFrom(Statement& row);
   Point2d* pointFrom(Statement& row);
-  void flushAnchor();
-  void bindAnchor(Statement& statement, const Anchor& anchor);
+  /// Puts the pending anchor among the new rows or into its row.
+  void settleAnchor();
+  void flushAnchors();
+  template <class Row>
+  static void putColumns(Row& row, const Anchor& anchor);
   static Anchor* anchorFrom(Statement& row);
+  std::array<RowBatch*, 5> newRows() {
+    return {&newLines_, &newPolygons_, &newPoints_, &newSamples_, &newAnchors_};
+  }
   void rethrowDeferred();
   void beginChange() { connection_->beginChange(); }
 
@@ -174,10 +186,11 @@ class VectorStore : public TransactionListener {
   std::unique_ptr<SException> deferred_;  ///< what went wrong where nothing could be thrown
 
   RowCursor lineCursor_, polygonCursor_, pointCursor_, sampleCursor_, anchorCursor_;
-  Statement insertLine_, updateLine_, updateLineGeometry_, selectLine_, selectLineGeometry_;
-  Statement insertPolygon_, updatePolygon_, updatePolygonGeometry_, selectPolygon_, selectPolygonGeometry_;
-  Statement insertPoint_, selectPoint_, insertSample_;
-  Statement insertAnchor_, updateAnchor_, selectAnchor_;
+  /// New rows on their way; flushed before their table is read.
+  RowBatch newLines_, newPolygons_, newPoints_, newSamples_, newAnchors_;
+  Statement updateLine_, updateLineGeometry_, selectLine_, selectLineGeometry_;
+  Statement updatePolygon_, updatePolygonGeometry_, selectPolygon_, selectPolygonGeometry_;
+  Statement selectPoint_, updateAnchor_, selectAnchor_;
   Bytes blob_;
   std::vector<double> scratch_;
 };
