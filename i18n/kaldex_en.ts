@@ -385,6 +385,10 @@
         <translation>The temporary copy of the file could not be written: </translation>
     </message>
     <message>
+        <source>O disco de %1 está cheio.</source>
+        <translation>The disk of %1 is full.</translation>
+    </message>
+    <message>
         <source>Preparação: marca de ordem de bytes (BOM) retirada.</source>
         <translation>Preparation: byte order mark (BOM) removed.</translation>
     </message>
@@ -617,6 +621,10 @@
     <message>
         <source>Não foi possível gravar %1.</source>
         <translation>%1 could not be written.</translation>
+    </message>
+    <message>
+        <source>O disco de %1 está cheio.</source>
+        <translation>The disk of %1 is full.</translation>
     </message>
     <message>
         <source>%1 já existe; use --append ou --overwrite.</source>

@@ -385,6 +385,10 @@
         <translation>No se pudo grabar la copia temporal del archivo: </translation>
     </message>
     <message>
+        <source>O disco de %1 está cheio.</source>
+        <translation>El disco de %1 está lleno.</translation>
+    </message>
+    <message>
         <source>Preparação: marca de ordem de bytes (BOM) retirada.</source>
         <translation>Preparación: marca de orden de bytes (BOM) quitada.</translation>
     </message>
@@ -617,6 +621,10 @@
     <message>
         <source>Não foi possível gravar %1.</source>
         <translation>No se pudo grabar %1.</translation>
+    </message>
+    <message>
+        <source>O disco de %1 está cheio.</source>
+        <translation>El disco de %1 está lleno.</translation>
     </message>
     <message>
         <source>%1 já existe; use --append ou --overwrite.</source>

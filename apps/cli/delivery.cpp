@@ -5,6 +5,7 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "base/disk_room.h"
 #include "cli/texts.h"
 
 namespace kaldex::cli {
@@ -75,13 +76,19 @@ bool Delivery::begin(bool append, QString& trouble) {
   QFile from(finalPath(base_));
   QFile to(workPath());
   const bool copied = from.open(QIODevice::ReadOnly) && to.open(QIODevice::WriteOnly) && copyInto(from, to);
-  if (!copied) trouble = Say::tr("Não foi possível copiar %1.").arg(finalPath(base_));
+  if (!copied)
+    trouble = (Say::tr("Não foi possível copiar %1.").arg(finalPath(base_)) + ' ' + shortage()).trimmed();
   to.setPermissions(from.permissions());
   return copied;
 }
 
 QString Delivery::workPath() const {
   return work_->filePath(base_ + ending_);
+}
+
+QString Delivery::shortage() const {
+  if (work_ == nullptr || !isDiskFull(work_->path())) return QString();
+  return Say::tr("O disco de %1 está cheio.").arg(device_ ? QDir::tempPath() : folder_);
 }
 
 bool Delivery::finish(QString& trouble) {

@@ -23,6 +23,8 @@ class Delivery {
   bool begin(bool append, QString& trouble);
   /// The file to write, under its own name.
   QString workPath() const;
+  /// Why writing failed, when the disk is full; empty when it is not.
+  QString shortage() const;
   /// Move what was written to its place.
   bool finish(QString& trouble);
   /// The files that were moved there.

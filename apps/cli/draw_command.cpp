@@ -1,3 +1,4 @@
+#include <QBuffer>
 #include <QFileInfo>
 #include <QImage>
 #include <QPainter>
@@ -5,6 +6,7 @@
 #include <cstdio>
 #include <memory>
 
+#include "base/disk_room.h"
 #include "cli/commands.h"
 #include "cli/database_access.h"
 #include "cli/interrupt.h"
@@ -52,9 +54,20 @@ bool paint(DataBase& dataBase, const Place& place, const std::vector<InfoLayer*>
   return whole;
 }
 
-bool save(const QImage& image, const QString& path) {
+// Why the image could not be saved, or an empty text.
+QString save(const QImage& image, const QString& path) {
+  // Made in memory: the library of the format would print its own words about a file that can't be written.
+  QBuffer made;
   QSaveFile file(path);
-  return file.open(QIODevice::WriteOnly) && image.save(&file, "PNG") && file.commit();
+  // A commit does not notice that its own flush failed.
+  const bool written = made.open(QIODevice::WriteOnly) && image.save(&made, "PNG") &&
+                       file.open(QIODevice::WriteOnly) && file.write(made.data()) == made.size() &&
+                       file.flush();
+  const QString folder = QFileInfo(path).path();
+  const bool full = !written && isDiskFull(folder);
+  if (written && file.commit()) return QString();
+  const QString trouble = Say::tr("Não foi possível gravar %1.").arg(path);
+  return full ? trouble + ' ' + Say::tr("O disco de %1 está cheio.").arg(folder) : trouble;
 }
 
 int tellDone(const Options& options) {
@@ -93,9 +106,8 @@ int runDraw(const Options& options) {
   QImage image(options.size, QImage::Format_ARGB32_Premultiplied);
   if (image.isNull()) return failPlainly(Say::tr("Falta memória."));
   if (!paint(*dataBase, place, layers, image)) return kExitCancelled;
-  if (!save(image, options.output))
-    return failPlainly(Say::tr("Não foi possível gravar %1.").arg(options.output));
-  return tellDone(options);
+  trouble = save(image, options.output);
+  return trouble.isEmpty() ? tellDone(options) : failPlainly(trouble);
 }
 
 }  // namespace kaldex::cli

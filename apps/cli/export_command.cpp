@@ -63,6 +63,8 @@ Result Export::write(Project& project, InfoLayer& layer, Vector& vector) {
   const int returned = kind_.run(context, vector);
   Result result = job_.judge(
       returned, Say::tr("Não foi possível exportar %1 do plano %2.").arg(options_.kind, layer.name));
+  const QString shortage = result == Result::failed ? delivery_.shortage() : QString();
+  if (!shortage.isEmpty()) job_.fail(shortage);
   tellProjection(project);
   if (result == Result::done && !options_.dryRun) result = deliver();
   if (result != Result::done) Job::report().written.clear();

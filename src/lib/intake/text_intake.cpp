@@ -1,3 +1,4 @@
+#include <QDir>
 #include <QFileInfo>
 #include <QObject>
 #include <QTemporaryDir>
@@ -5,6 +6,7 @@
 #include <optional>
 
 #include "base/companion_file.h"
+#include "base/disk_room.h"
 #include "base/text_encoding.h"
 #include "base/tracer.h"
 #include "kaldex/intake.h"
@@ -114,9 +116,11 @@ void TextIntake::Copy::prepare(TextForm form, const QString& encoding) {
       survey.carriageReturns || survey.markLength != 0 || !codec.isEmpty() || endNeedsMending(survey, form);
   if (survey.binary || !mend || survey.size == 0) return;
   if (!make(file, survey, form, codec)) {
+    error = QObject::tr("Não foi possível gravar a cópia temporária do arquivo: ") + original;
+    if (kaldex::isDiskFull(QDir::tempPath()))
+      error += QLatin1Char('\n') + QObject::tr("O disco de %1 está cheio.").arg(QDir::tempPath());
     folder.reset();
     copy.clear();
-    error = QObject::tr("Não foi possível gravar a cópia temporária do arquivo: ") + original;
   }
 }
 
