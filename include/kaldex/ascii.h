@@ -21,11 +21,30 @@ class KALDEX_API IEAsc : public SExtFormats {
   int ImportLines(Vector* vec, SProjection* target) override;
   /// A "CONTOURLINES" section; points of its POINT3D blocks that lie outside the vector's box are dropped.
   int ImportContourout(Vector* vec, SProjection* target) override;
+  /// A "POINTS" section ("NETWORK_OBJECTS" in a network layer) into the handler's label points, for a
+  /// classification to use. Classes that are missing in a thematic category are made if the user agrees: these
+  /// and what the header changes are stored together or not at all.
+  int ImportLabelPoints(SProjection* target, SProjection* unused, char*, short*, char*, char*, char*,
+                        char*) override;
   /// With `onlyUsedClasses` other than 0, only lines (or polygons) of classes that the layer uses.
   int ExportLines(Vector* vec, short onlyUsedClasses) override;
   int ExportContourout(Vector* vec) override;
-  /// Outlines of polygons, then the lines that bound none.
-  int ExportPolygons(Vector* vec, short onlyUsedClasses) override;
+  /// One label point for each polygon and line that has a class of the category; in object categories one for
+  /// each place of each object.
+  int ExportLabelPoints(Vector* vec, Category* category, short onlyUsedClasses) override;
+  /// One with a name made of the file's and a number for each polygon and each line that bounds none; into a
+  /// file called *_CEN.kdx as a "CENTER" section with the class, area and perimeter of each polygon.
+  int ExportLabelPointsAuto(Vector* vec, Category* category) override;
+  /// The places of polygons without class or object.
+  int ExportLabelPointsSem(Vector* vec, Category* category) override;
+  /// The places of polygons that have a class, or more than one object.
+  int ExportLabelPointsMais(Vector* vec, Category* category) override;
+  /// Classes as objects, with their names in a table beside the file (*_CADLAB.typ, *_CADTAB.kdx), or object
+  /// names as classes. The directory must end in a slash.
+  int ExportLabelPointsTroca(Vector* vec, Category* category, short onlyUsedClasses) override;
+  /// 2D points with the name of their class, or with the objects that stand there.
+  int ExportPoints(Vector* vec, Category* category, short onlyUsedClasses) override;
+  int ExportPointsAuto(Vector* vec, Category* category) override;
 
   /// Write the header lines (project, layer, projection, box, units, scale) at the end of the open file. 0
   /// when a write failed, without a message.
@@ -65,9 +84,10 @@ class KALDEX_API IEAsc : public SExtFormats {
   class SectionReader;
   class LineImport;
   class SampleImport;
+  class LabelImport;
+  class LabelExport;
 
   bool findCategoryLine();
-  Category* offerToMakeCategory(const QString& name);
 };
 
 }  // namespace kaldex_v1

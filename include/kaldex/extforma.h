@@ -3,6 +3,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 #include <bitset>
 #include <cstddef>
 #include <cstdio>
@@ -11,6 +12,7 @@
 #include <string_view>
 
 #include "kaldex/api.h"
+#include "kaldex/model/field.h"
 #include "kaldex/model/forward.h"
 #include "kaldex/model/geometry.h"
 #include "kaldex/model/list.h"
@@ -192,6 +194,49 @@ class KALDEX_API SExtFormats {
   /// texts. 1.
   int ExpCoord(double* x, double* y, QString& longitudeText, QString& latitudeText);
 
+  // Delimited tables (CSV): the handler's file, unless said otherwise, its first line being the header. Fields
+  // have no quotes; a comma between two digits is a decimal comma unless the comma is the separator.
+
+  /// Propose a column (text, size 17) for each name of the header, cut to eight characters and numbered if it
+  /// is one of the system's own. The file stays open behind the header.
+  int GetAttTab(SFieldList* list);
+  /// Rewrite the table as a TABLE section of the ASCII format, beside the file as *_TAB.kdx, which the handler
+  /// has from then on. `fields` are the columns in file order. Rows get their number as key when `key` is 0,
+  /// else the value of that column, counted from 1; a first column T_KEY is the key whatever `key` says.
+  /// Commas, semicolons and bars all part fields. A line feed at the file's end makes one more, empty row.
+  int ConvertCsvToAscii(Category* cat, SFieldList fields, short key);
+  /// The same; 1 whatever becomes of it.
+  int Import_CSV_TABCREATE(Category* cat, SFieldList fields, short key);
+  /// Add the columns of `file` to the handler's converted table, whose columns are `existing` in the category's
+  /// table, row by row: both must have the same order. Nothing of the database is changed.
+  int UpdateCsvTable(Category* cat, SFieldList existing, SFieldList add, SFieldList alt, QString file);
+  /// Add those of `fields` that the category's table lacks to it, then UpdateCsvTable.
+  int Import_CSV_TABUPDATE(Category* cat, SFieldList fields, QString file);
+  /// Update the rows of objects, whose identifiers stand in the first column. Columns that the category's
+  /// table lacks are added as texts.
+  int Import_CSV_TAB_UPDATE(Category* cat);
+  /// The same for a file with commas; columns are added as real numbers.
+  int Import_SPACESTAT_TAB(Category* cat);
+  /// Make the table of a category that has none, and fill it. All rows are held until the last one is read.
+  int Import_CSV_TAB_NOTSPACIAL(Category* cat);
+
+  // Classification, by the label points that an import has collected in `labelPoints`.
+
+  /// Find the class of each label point in a thematic category: by `Iclass` with `byIdentifier` 1, else by
+  /// `Name`, and make the classes that are missing if the user agrees. They go into the category's list, which
+  /// the caller stores. `addAll` is the caller's lasting answer to that question, 1 for yes. 0 only when the
+  /// user wants no classes in a category that has none.
+  int CategorizeLabelPoints(Category* category, int byIdentifier, short* addAll);
+  /// Give the lines and polygons of the vector the classes of the label points that lie on or in them: a line
+  /// that bounds no polygon first, else the polygon around. The later label wins. Used label points have an
+  /// `Iclass` of 0 afterwards.
+  int Classify(Vector* vec);
+  /// Make the nodes, lines and polygons of the vector the places of the objects that the label points name:
+  /// objects, their categories (after a question), anchors and rows of the association table are made as
+  /// needed. Polygons take part in cadastral layers only. What was made before a failure stays, unless the
+  /// caller's transaction block takes it back.
+  int ClassifyObj(Vector* vec);
+
  protected:
   static constexpr std::size_t kLineCapacity = 409600;
   static constexpr std::size_t kFieldCapacity = 4096;
@@ -254,8 +299,15 @@ class KALDEX_API SExtFormats {
   std::string_view lineText() const { return {line, lineLength_}; }
   int readLatLong(const kaldex::CoordinateTransfer& transfer, Point& point, float& z);
 
-  /// Give a line back to the vector that handed it out or took it in.
+  /// Give a line or polygon back to the vector that handed it out or took it in.
   static void giveBack(Vector& vector, Line* line);
+  static void giveBack(Vector& vector, SPolygon* polygon);
+
+  /// Store a list of categories; tells the user when that fails.
+  static bool storeCategories(DataBase& base, CategoryList& list);
+  /// Ask whether an object category of that name is to be made, and make it. False when the user refused;
+  /// `category` is null after any failure.
+  bool offerToMakeCategory(const QString& name, Category*& category);
 
   int units = 0;
   SExtLabelPointList labelPoints;
@@ -275,7 +327,16 @@ class KALDEX_API SExtFormats {
   char separator[5] = {};
   Box box;
 
+  /// Tell the user which columns had to change their names, `gap` behind each pair; nothing if none had.
+  static void tellRenamed(const QStringList& names, const QStringList& replacements, const char* gap);
+
  private:
+  class CsvReader;
+  class CsvConversion;
+  class CsvMerge;
+  class CsvUpdate;
+  class CsvNonSpatial;
+
   bool openStream(const char* mode);
   bool firstLineIsDos();
   enum class LineEnd { lineFeed, fileEnd, tooLong };
@@ -283,6 +344,10 @@ class KALDEX_API SExtFormats {
   LineEnd readLineBehind(std::size_t start);
   int refuseLongLine();
   int refuseRecord();
+  class ClassResolution;
+  class ClassTransfer;
+  class ObjectBinding;
+
   DataBase* dataBaseOf(Vector* target) const;
   static void store(Vector* target, DataBase* base);
 

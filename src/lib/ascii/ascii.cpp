@@ -23,6 +23,7 @@ int IEAsc::ExtraiNome(char* name) {
   for (;;) {
     const int c = kaldex::readCharacter(file);
     if (c == EOF) {
+      line2[record] = 0;
       inconsistent("FEOF");
       FileClose();
       return 0;

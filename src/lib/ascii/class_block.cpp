@@ -73,9 +73,7 @@ void IEAsc::ClassBlock::colour(GeneralVisual& visual, const kaldex::ClassLine& l
 
 void IEAsc::ClassBlock::store() {
   DataBase& base = *handler_.dataBase;
-  if (base.storeCategories(base.categoryList()) == 0) {
-    show(QObject::tr("Problemas na atualização de Categorias!"));
-  }
+  storeCategories(base, base.categoryList());
   base.beginVisualRefresh();
   for (GeoClass* geoClass : category_->classes) base.refreshClassVisual(*handler_.infoLayer, *geoClass);
   base.endVisualRefresh();

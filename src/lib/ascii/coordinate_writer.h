@@ -2,6 +2,8 @@
 #define KALDEX_ASCII_COORDINATE_WRITER_H
 
 #include <QString>
+#include <cstddef>
+#include <string_view>
 #include <vector>
 
 #include "base/text_output.h"
@@ -18,21 +20,23 @@ class CoordinateWriter {
   CoordinateWriter(TextOutput& out, short coordFormat, const SProjection* plane)
       : out_(out), coordFormat_(coordFormat), plane_(plane) {}
 
-  // `count` pairs x, y.
-  void write(const double* xy, int count);
+  // `count` pairs x, y, with a height behind each unless there are none (null).
+  void write(const double* xy, int count, const float* heights = nullptr);
+  // In place: plane coordinates become the numbers that the form prints, or for texts radians.
+  void convert(double* xy, std::size_t count);
+  // One converted pair, without a line feed. `planeDecimals` are those of plane coordinates.
+  void print(const double* xy, std::string_view between, int planeDecimals = kPlaneDecimals);
   // How many had no geographic image (they print as unset values).
   long long failed() const { return failed_; }
 
  private:
-  void writePlane(const double* xy, int count, int decimals);
-  void writeGeographic(const double* xy, int count);
-  void writeAngles(const double* xy, int count);
+  static constexpr int kPlaneDecimals = 6;
 
   TextOutput& out_;
   short coordFormat_;
   const SProjection* plane_;
   long long failed_ = 0;
-  std::vector<double> geographic_;
+  std::vector<double> converted_;
   QString longitude_;
   QString latitude_;
 };

@@ -17,7 +17,7 @@ Category* IEAsc::InfoTable(short mode) {
     const QString name = QString::fromLatin1(line + std::strlen("CATEGORY_OBJ")).trimmed();
     category = dataBase->GetKaldexObjCategory().Select(name);
     if (category == nullptr) {
-      category = offerToMakeCategory(name);
+      offerToMakeCategory(name, category);
     } else if (mode == 2) {
       category = nullptr;
       show(QObject::tr("Esta Categoria/Classe já existe!") + QString::fromLatin1(line));
@@ -33,15 +33,6 @@ bool IEAsc::findCategoryLine() {
     if (readLine() == 0) return false;
   } while (!kaldex::startsWith(line, "CATEGORY_OBJ"));
   return true;
-}
-
-Category* IEAsc::offerToMakeCategory(const QString& name) {
-  if (!ask(QObject::tr("Categoria objeto inexistente Cria e continua ?") + name)) return nullptr;
-  CategoryList list(List::Ownership::owns);
-  list.Append(new Category(-1, name, OBJECTMODEL, QString(), 0, nullptr));
-  if (dataBase->storeCategories(list) != 0) return list.First();
-  show(QObject::tr("Problemas na atualização de Categorias!"));
-  return nullptr;
 }
 
 }  // namespace kaldex_v1

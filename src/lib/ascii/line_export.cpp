@@ -167,7 +167,7 @@ bool IEAsc::LineExport::writePolygons() {
     } else {
       ++filtered_;
     }
-    giveBackPolygon(polygon);
+    giveBack(vector_, polygon);
   }
   return !progress_.cancelled();
 }
@@ -190,17 +190,9 @@ void IEAsc::LineExport::writeSonsOfOtherClasses(SPolygon& polygon) {
   if (filter_.takesAll() || polygon.NumSons() == 0) return;
   for (SPolygon* son = polygon.FirstSon(); son != nullptr; son = polygon.NextSon()) {
     if (!filter_.passes(son->classId)) writeOutline(*son);
-    giveBackPolygon(son);
+    giveBack(vector_, son);
   }
   vector_.GetPolygon(polygon.id);
-}
-
-void IEAsc::LineExport::giveBackPolygon(SPolygon* polygon) {
-  if (vector_.PolygonsInMemory()) {
-    polygon->Free();
-  } else {
-    delete polygon;
-  }
 }
 
 bool IEAsc::LineExport::isLoose(const Line& line) const {

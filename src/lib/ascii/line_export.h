@@ -38,7 +38,6 @@ class IEAsc::LineExport {
   bool writePolygons();
   void writeOutline(SPolygon& polygon);
   void writeSonsOfOtherClasses(SPolygon& polygon);
-  void giveBackPolygon(SPolygon* polygon);
   bool isLoose(const Line& line) const;
 
   enum class Verdict : signed char { unknown, passes, fails };

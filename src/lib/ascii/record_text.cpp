@@ -6,6 +6,7 @@
 
 #include "base/character_class.h"
 #include "base/number_text.h"
+#include "lib/frame/delimited_record.h"
 
 namespace kaldex {
 
@@ -61,6 +62,24 @@ PlaneResult parsePlanePair(std::string_view text, double& x, double& y) {
 PlaneResult parsePlaneSample(std::string_view text, double& x, double& y, float& z) {
   const int count = scanReals(text, &x, &y, &z);
   return judged(count, 3, x, y);
+}
+
+bool parseReal(std::string_view text, double& value) {
+  if (text.find_first_not_of("+-.0123456789eE") != std::string_view::npos) return false;
+  std::size_t used = 0;
+  value = textToReal(text, &used);
+  return used > 0 && used == text.size() && std::isfinite(value);
+}
+
+int splitRecord(std::string_view text, std::string_view separators, std::string_view* fields, int capacity) {
+  int count = 0;
+  DelimitedFields record(text, separators);
+  std::string_view field;
+  for (; record.next(field); ++count) {
+    if (count < capacity) fields[count] = stripped(field);
+  }
+  for (int i = count; i < capacity; ++i) fields[i] = {};
+  return count;
 }
 
 }  // namespace kaldex

@@ -1,6 +1,7 @@
 #ifndef KALDEX_ASCII_RECORD_TEXT_H
 #define KALDEX_ASCII_RECORD_TEXT_H
 
+#include <cstddef>
 #include <string_view>
 
 namespace kaldex {
@@ -36,6 +37,19 @@ enum class PlaneResult {
 };
 PlaneResult parsePlanePair(std::string_view text, double& x, double& y);
 PlaneResult parsePlaneSample(std::string_view text, double& x, double& y, float& z);
+
+// A text that is a finite real number and nothing else: what TestDataType takes for one.
+bool parseReal(std::string_view text, double& value);
+
+// Names of classes and objects, and labels, are cut to this many characters (of Latin-1).
+inline constexpr std::size_t kMostOfName = 32;
+inline std::string_view nameOf(std::string_view text) {
+  return text.substr(0, kMostOfName);
+}
+
+// The fields of a delimited record without blanks at their ends, empty ones included; see DelimitedFields.
+// Returns how many there are; the first `capacity` go into `fields`, whose rest is emptied.
+int splitRecord(std::string_view text, std::string_view separators, std::string_view* fields, int capacity);
 
 }  // namespace kaldex
 

@@ -21,20 +21,42 @@ void IEAsc::SectionWriter::text(const QString& text) {
 }
 
 void IEAsc::SectionWriter::begin(const char* keyword, const QString& comment) {
+  begin(keyword, &comment);
+}
+
+void IEAsc::SectionWriter::begin(const char* keyword) {
+  begin(keyword, nullptr);
+}
+
+void IEAsc::SectionWriter::begin(const char* keyword, const QString* comment) {
   out_.append('\n');
   out_.append(keyword);
-  out_.append("\nINFO\n");
-  text(comment);
+  out_.append("\nINFO");
+  if (comment != nullptr) {
+    out_.append('\n');
+    text(*comment);
+  }
+  header();
+}
+
+void IEAsc::SectionWriter::header() {
   kaldex::HeaderWriter(out_, handler_.project, handler_.infoLayer, handler_.coordFormat, &loss_).write();
 }
 
-int IEAsc::SectionWriter::finish(bool complete) {
-  if (complete) endRecord();
+void IEAsc::SectionWriter::contourHead(const Line& line) {
+  constexpr int heightDecimals = 6;
+  out_.append(line.Type() == lineMaster ? "\nLINE3D-MASTER" : "\nLINE3D");
+  out_.append("\nHEIGHT ");
+  out_.appendFixed(static_cast<double>(line.height), heightDecimals);
+}
+
+int IEAsc::SectionWriter::finish(End end) {
+  if (end == End::word) endRecord();
   const bool flushed = out_.flush();
   const bool closed = handler_.closeWritten();
   if (!flushed || !closed) return ioError();
   report();
-  return complete ? 1 : 0;
+  return end != End::none ? 1 : 0;
 }
 
 void IEAsc::SectionWriter::report() const {

@@ -113,4 +113,12 @@ void SExtFormats::giveBack(Vector& vector, Line* line) {
   }
 }
 
+void SExtFormats::giveBack(Vector& vector, SPolygon* polygon) {
+  if (vector.PolygonsInMemory()) {
+    polygon->Free();
+  } else {
+    delete polygon;
+  }
+}
+
 }  // namespace kaldex_v1
