@@ -3,6 +3,7 @@
 #include "base/strings.h"
 #include "base/text_input.h"
 #include "base/tracer.h"
+#include "lib/ascii/record_text.h"
 
 inline namespace kaldex_v1 {
 
@@ -38,6 +39,21 @@ int IEAsc::ExtraiNome(char* name) {
   setLine(text.c_str());
   qstrncpy(name, StrClean(line), kNameCapacity);
   return 1;
+}
+
+bool IEAsc::AscEntitie(const char* keyword) {
+  const Tracer tracer(__FILE__, __LINE__, "IEAsc::AscEntitie");
+  bool found = false;
+  guarded([&] {
+    if (keyword == nullptr) return invalidArgument("keyword");
+    if (!openFile("r")) return 0;
+    while (!found && readWordIntoLine()) {
+      found = kaldex::startsWith(line, keyword);
+      if (!found) kaldex::skipLine(file);
+    }
+    return 1;
+  });
+  return found;
 }
 
 }  // namespace kaldex_v1

@@ -18,8 +18,8 @@ constexpr short kSampleBits = 7;  // a vector whose kind has one of these bits t
 
 }  // namespace
 
-IEAsc::SampleImport::SampleImport(IEAsc& handler, Vector& vector, SProjection* target, const char* keyword)
-    : SectionReader(handler, target), vector_(vector), keyword_(keyword), box_(vector.BoundingBox()) {}
+IEAsc::SampleImport::SampleImport(IEAsc& handler, Vector& vector, SProjection* target, Section section)
+    : SectionReader(handler, target), vector_(vector), section_(section), box_(vector.BoundingBox()) {}
 
 IEAsc::SampleImport::~SampleImport() {
   JobReport* const job = JobReport::current();
@@ -39,7 +39,7 @@ bool IEAsc::SampleImport::accepts(const Vector& vector) {
 }
 
 int IEAsc::SampleImport::run() {
-  if (!findSection(keyword_)) return 0;
+  if (!findSection(section_ == Section::samples ? "SAMPLE" : "CONTOURLINES")) return 0;
   constexpr int bytesPerRecord = 50;
   kaldex::ProgressScope progress(handler_.progressMaximum(bytesPerRecord));
   for (;;) {
@@ -68,6 +68,7 @@ bool IEAsc::SampleImport::readLineBlock(char type, kaldex::ProgressScope& progre
   if (!readLinePoints(empty, progress)) return false;
   if (empty) return true;
   ++linesRead_;
+  if (section_ == Section::samples) dropOutside();
   insertLine(type, height);
   return true;
 }
@@ -88,13 +89,30 @@ bool IEAsc::SampleImport::readLinePoints(bool& empty, kaldex::ProgressScope& pro
   return malformed();
 }
 
+void IEAsc::SampleImport::dropOutside() {
+  std::vector<double>& points = xy();
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < points.size(); i += 2) {
+    if (!box_.Contains(Point(points[i], points[i + 1]))) {
+      ++outside_;
+      continue;
+    }
+    points[kept++] = points[i];
+    points[kept++] = points[i + 1];
+    ++inside_;
+  }
+  points.resize(kept);
+}
+
 // A line that the vector refuses, as one without points, is no reason to stop.
 void IEAsc::SampleImport::insertLine(char type, float height) {
   auto line = std::make_unique<Line>();
   line->Type(type);
   line->height = height;
   line->assign(xy().data(), static_cast<int>(xy().size() / 2));
-  if (allPlaced() && vector_.Insert(*line, 1) != 0) {
+  // Points without a place are outside of every box.
+  const bool placed = section_ == Section::samples || allPlaced();
+  if (placed && vector_.Insert(*line, 1) != 0) {
     ++linesWritten_;
     giveBack(vector_, line.release());
   } else {
@@ -161,6 +179,7 @@ bool IEAsc::SampleImport::insertPoint(const double* xy, float z) {
     ++outside_;
     return true;
   }
+  ++inside_;
   if (vector_.Insert(point, 0) == 0) return false;
   ++pointsWritten_;
   return true;
@@ -176,7 +195,18 @@ int IEAsc::SampleImport::finish() {
     const QString stale = QStringLiteral("%1/%2.kdt").arg(vector_.directory(), vector_.name());
     QFile::remove(stale);
   }
+  if (section_ == Section::samples) tellOutside();
   return 1;
+}
+
+void IEAsc::SampleImport::tellOutside() const {
+  if (outside_ == 0) return;
+  if (inside_ == 0) {
+    show(QObject::tr("TODOS os dados FORA do projeto, nenhum dado importado -") +
+         QObject::tr(" Conferir BOX ou PROJEçâO ou Unidade importação (m/km/graus/..."));
+  } else {
+    show(QObject::tr("Existem dados fora da área do projeto que não foram importados") + QStringLiteral(" "));
+  }
 }
 
 int IEAsc::ImportContourout(Vector* vec, SProjection* target) {
@@ -184,7 +214,16 @@ int IEAsc::ImportContourout(Vector* vec, SProjection* target) {
   return guardedImport(vec, [&] {
     if (vec == nullptr) return invalidArgument("vec");
     if (!SampleImport::accepts(*vec) || !openFile("r")) return 0;
-    return SampleImport(*this, *vec, target, "CONTOURLINES").run();
+    return SampleImport(*this, *vec, target, SampleImport::Section::contours).run();
+  });
+}
+
+int IEAsc::ImportSamples(Vector* vec, SProjection* target) {
+  const Tracer tracer(__FILE__, __LINE__, "IEAsc::ImportSamples");
+  return guardedImport(vec, [&] {
+    if (vec == nullptr) return invalidArgument("vec");
+    if (!SampleImport::accepts(*vec) || !openFile("r")) return 0;
+    return SampleImport(*this, *vec, target, SampleImport::Section::samples).run();
   });
 }
 

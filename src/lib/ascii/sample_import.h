@@ -10,10 +10,13 @@
 inline namespace kaldex_v1 {
 
 /// Reads a section of blocks of samples: "POINT3D" with points, "LINE3D" and "LINE3D-MASTER" with a height
-/// and the points of a line. Points are always tested against the vector's box.
+/// and the points of a line. Points are always tested against the vector's box; in a section of samples the
+/// points of lines are too, and the user is told of what lies outside.
 class IEAsc::SampleImport : private IEAsc::SectionReader {
  public:
-  SampleImport(IEAsc& handler, Vector& vector, SProjection* target, const char* keyword);
+  enum class Section { contours, samples };
+
+  SampleImport(IEAsc& handler, Vector& vector, SProjection* target, Section section);
   ~SampleImport();
 
   /// Whether the vector can take samples; tells the user if not.
@@ -26,6 +29,7 @@ class IEAsc::SampleImport : private IEAsc::SectionReader {
   bool readLineBlock(char type, kaldex::ProgressScope& progress);
   bool readHeight(float& height);
   bool readLinePoints(bool& empty, kaldex::ProgressScope& progress);
+  void dropOutside();
   void insertLine(char type, float height);
 
   bool readPointBlock(kaldex::ProgressScope& progress);
@@ -35,12 +39,14 @@ class IEAsc::SampleImport : private IEAsc::SectionReader {
   bool insertPending();
 
   int finish();
+  void tellOutside() const;
 
   Vector& vector_;
-  const char* keyword_;
+  Section section_;
   Box box_;
   std::vector<double> pendingXy_;  ///< plane points that wait for being carried to the target all at once
   std::vector<float> pendingZ_;
+  long long inside_ = 0;  ///< points of either kind of block
   long long outside_ = 0;
   long long linesRead_ = 0;
   long long linesWritten_ = 0;
