@@ -21,6 +21,18 @@ class KALDEX_API IEAsc : public SExtFormats {
   int ImportLines(Vector* vec, SProjection* target) override;
   /// A "CONTOURLINES" section; points of its POINT3D blocks that lie outside the vector's box are dropped.
   int ImportContourout(Vector* vec, SProjection* target) override;
+  /// A "SAMPLE" section: points with heights and lines of one height. Points outside the vector's box are
+  /// left out and told at the end; that is no failure.
+  int ImportSamples(Vector* vec, SProjection* target) override;
+  /// A "POINT2D" section: in a thematic layer points of classes, in any other places of objects, which are
+  /// made when they are missing. All or nothing.
+  int ImportPoint2d(Vector* vec, SProjection* target) override;
+  /// A "TEXT" section; the texts are appended to the list. `visual`, unless null, replaces the look of each.
+  /// The layer must have texts. Lines that are none are told at the end; that is no failure.
+  int ImportText(EntitieList* texts, SProjection* target, GeneralVisual* visual) override;
+  /// A file of turns, in degrees, minutes and seconds; turns between lines of the vector are added to the
+  /// layer's. 0, and nothing is stored, when there is none.
+  int ImportTurns(Vector* vec);
   /// A "POINTS" section ("NETWORK_OBJECTS" in a network layer) into the handler's label points, for a
   /// classification to use. Classes that are missing in a thematic category are made if the user agrees: these
   /// and what the header changes are stored together or not at all.
@@ -29,6 +41,17 @@ class KALDEX_API IEAsc : public SExtFormats {
   /// With `onlyUsedClasses` other than 0, only lines (or polygons) of classes that the layer uses.
   int ExportLines(Vector* vec, short onlyUsedClasses) override;
   int ExportContourout(Vector* vec) override;
+  /// Outlines of polygons, then the lines that bound none.
+  int ExportPolygons(Vector* vec, short onlyUsedClasses) override;
+  /// Points and contours, and behind them, as a section of its own, the break lines: in the same file, or,
+  /// when its name holds "_L3D.kdx", in that of "_L2D.kdx", which the handler has from then on.
+  int ExportSample(Vector* vec) override;
+  int ExportText(EntitieList* texts) override;
+  /// The edges, or the triangles, of a triangulation (a Tin), but for those with a node without height.
+  int ExportTIN(Vector* vec) override;
+  int ExportTIN3D(Vector* vec) override;
+  /// The turns of a network layer.
+  int ExportTurns(Vector* vec);
   /// One label point for each polygon and line that has a class of the category; in object categories one for
   /// each place of each object.
   int ExportLabelPoints(Vector* vec, Category* category, short onlyUsedClasses) override;
@@ -69,6 +92,8 @@ class KALDEX_API IEAsc : public SExtFormats {
   /// Read the rest of the file's line as a name, without quotes, into `name` (40 bytes, a longer name is
   /// cut); the whole record stands in `line2`, for messages. 0 at the end of the file.
   int ExtraiNome(char* name);
+  /// Whether a line of the file begins with the word.
+  bool AscEntitie(const char* keyword);
 
  protected:
   /// Column names of the last table that were reserved words, as the file gave them, and what they became.
@@ -84,6 +109,14 @@ class KALDEX_API IEAsc : public SExtFormats {
   class SectionReader;
   class LineImport;
   class SampleImport;
+  class SampleExport;
+  class PointImport;
+  class PointObjects;
+  class TextImport;
+  class TextExport;
+  class TinExport;
+  class TurnImport;
+  class TurnExport;
   class LabelImport;
   class LabelExport;
 
