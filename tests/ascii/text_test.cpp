@@ -1,0 +1,174 @@
+#include "kaldex/model/text.h"
+
+#include "ascii/ascii_fixture.h"
+
+namespace kaldex::test {
+
+namespace {
+
+class AsciiTexts : public AsciiFixture {
+ protected:
+  /// Scale 1:25000: a millimetre on paper is 25 metres.
+  InfoLayer* textLayer(const QString& name, Project* of = nullptr) {
+    InfoLayer* const made = layer(THEMATICMODEL, name, {0, 0, 1e7, 1e8}, of);
+    TextVisual& look = made->makeText()->visual.text;
+    look.height = 3.0f;
+    look.angle = 30.0f;
+    look.thickness = 0.2f;
+    look.fontName = "Serif";
+    look.color = Color(9, 8, 7);
+    return made;
+  }
+  int import(InfoLayer* into, const QByteArray& content, EntitieList& texts,
+             GeneralVisual* visual = nullptr) {
+    write("file.txt", content);
+    return handler(into)->ImportText(&texts, project->projection(), visual);
+  }
+  static const EText& at(EntitieList& texts, int position) {
+    return *static_cast<EText*>(texts.at(position));
+  }
+};
+
+TEST_F(AsciiTexts, Records) {
+  InfoLayer* const into = textLayer("T");
+  EntitieList texts;
+  EXPECT_EQ(import(into,
+                   "TEXT\nINFO\nINFO_END\n"
+                   "1;2;so o texto\n"
+                   "3;4;do plano;30.000000;0.200000;;9;8;7;0;0; Mono\n"
+                   "5;6;altura;;;3\n"
+                   "7;8;tudo;45;0.4;2;1;2;3;4;5;Mono;mais\n"
+                   "o 45 30 10 ; s 23 10 5 ; \xE1ngulo\n"
+                   "0;2;x\n1;0;x\n1;2; \n1;2\nx;1;2\no 99;s 1;x\n"
+                   "END",
+                   texts),
+            1);
+  EXPECT_EQ(messages.take(), "Formato inválido!6 linhas");
+  ASSERT_EQ(texts.Size(), 5);
+  EXPECT_EQ(at(texts, 0).Own(), 0);
+  EXPECT_EQ(at(texts, 0).String(), "so o texto");
+  EXPECT_EQ(at(texts, 1).Own(), 0);
+  EXPECT_EQ(at(texts, 1).FontName(), "Mono");
+  EXPECT_EQ(at(texts, 2).Own(), 1);
+  EXPECT_EQ(at(texts, 2).Height(), 75.0f);
+  EXPECT_EQ(at(texts, 2).Angle(), 30.0f);
+  const EText& whole = at(texts, 3);
+  EXPECT_EQ(whole.Own(), 1);
+  EXPECT_EQ(whole.Angle(), 45.0f);
+  EXPECT_EQ(whole.Thickness(), 10.0f);
+  EXPECT_EQ(whole.Height(), 50.0f);
+  EXPECT_TRUE(whole.look().color == Color(1, 2, 3));
+  EXPECT_EQ(whole.look().horizontalAlignment, 4);
+  EXPECT_EQ(whole.look().verticalAlignment, 5);
+  EXPECT_EQ(at(texts, 4).String(), "ángulo");
+  EXPECT_GT(at(texts, 4).Position().y, 7e6);
+}
+
+TEST_F(AsciiTexts, ReplacedLook) {
+  GeneralVisual visual;
+  visual.text.height = 4.0f;
+  visual.text.angle = 10.0f;
+  visual.text.fontName = "Outra";
+  EntitieList texts;
+  EXPECT_EQ(import(textLayer("T"), "TEXT\n1;2;a;45;;9;1;1;1\nEND", texts, &visual), 1);
+  ASSERT_EQ(texts.Size(), 1);
+  EXPECT_EQ(at(texts, 0).Height(), 100.0f);
+  EXPECT_EQ(at(texts, 0).Angle(), 10.0f);
+  EXPECT_EQ(at(texts, 0).FontName(), "Outra");
+  EXPECT_TRUE(at(texts, 0).look().color == visual.text.color);
+}
+
+TEST_F(AsciiTexts, Failures) {
+  InfoLayer* const into = textLayer("T");
+  const QString bad = "Arquivo INCONSISTENTE!";
+  const struct {
+    QByteArray content;
+    QString shown;
+  } cases[] = {
+      {"LINES\n1;2;a\nEND", ""},
+      {"TEXT\n1;2;a\n", bad + "END ???"},
+      {"TEXT\n1;2;a", "Arquivo INCONSISTENTE! FEOF"},
+  };
+  for (const auto& one : cases) {
+    EntitieList texts;
+    EXPECT_EQ(import(into, one.content, texts), 0) << one.content.constData();
+    EXPECT_EQ(messages.take(), one.shown) << one.content.constData();
+  }
+  EntitieList texts;
+  EXPECT_EQ(import(layer(THEMATICMODEL, "sem"), "TEXT\n1;2;a\nEND", texts), 0);
+  EXPECT_EQ(messages.take(), "Não existe representação no Plano de Informação!text");
+  EXPECT_EQ(handler(into)->ExportText(nullptr), 0);
+  EXPECT_EQ(handler(into)->ImportText(nullptr, nullptr, nullptr), 0);
+  messages.take();
+}
+
+// Every imported text has a look of its own, since each record has a height; the file is the same all the
+// same. A comma between digits doesn't survive: it is taken for a decimal one, in texts too.
+TEST_F(AsciiTexts, RoundTripThroughTheDatabase) {
+  Project* const first = project;
+  InfoLayer* const source = textLayer("T");
+  EntitieList texts;
+  for (int i = 0; i < 300; ++i) {
+    auto text = std::make_unique<EText>();
+    text->Position(Point(500000 + i * 7.25, 7000000 + i * 3.5));
+    text->String(QString("Rua %1, nº %2").arg(i).arg(i * 3));
+    text->Own(i % 2 == 0 ? 1 : 0);
+    text->Angle(static_cast<float>(i % 90));
+    text->Height(static_cast<float>(50 + i));
+    text->Thickness(5.0f);
+    text->FontName("Mono");
+    const Color color(10, 20, static_cast<short>(i % 256));
+    text->SetColor(&color);
+    text->SetAlignment(1, 2);
+    texts.Append(text.release());
+  }
+  for (const short format : {0, 1, 2, 3}) {
+    project = first;
+    fileName = QString("one%1").arg(format);
+    EXPECT_EQ(handler(source, format)->ExportText(&texts), 1);
+    Project* const target = dataBase->createProject(QString("Alvo %1").arg(format), *utm());
+    InfoLayer* const copy = textLayer("T", target);
+    project = target;
+    const int units = format == 2 ? 4 : format == 3 ? 5 : 0;
+    EntitieList back;
+    EXPECT_EQ(handler(copy, format, units)->ImportText(&back, target->projection(), nullptr), 1);
+    ASSERT_NE(copy->makeText()->store(back), 0);
+    EXPECT_EQ(messages.take(), "");
+    EntitieList stored;
+    EXPECT_EQ(copy->makeText()->load(stored), 300);
+    EXPECT_EQ(at(stored, 1).Own(), 1);
+    const QByteArray one = read(fileName);
+    fileName = QString("two%1").arg(format);
+    target->name = first->name;
+    EXPECT_EQ(handler(copy, format)->ExportText(&stored), 1);
+    EXPECT_TRUE(one == read(fileName)) << format;
+  }
+  const QByteArray file = read("one0");
+  EXPECT_TRUE(
+      file.contains("\nSEPARATOR ;\n//Formato coordx ; coordy ; texto ; ang ; espessura ; altura ; "
+                    "cor-R ; cor-G ; cor-B ; alinha-H ; alinha-V ; fonte\n//Campos obrigat\xF3rios - "
+                    "coordx ; coordy ; texto\nINFO_END\n"));
+  EXPECT_TRUE(
+      file.contains("\n500000.000000  ;  7000000.000000;Rua 0, n\xBA 0; 0.000000 ; 0.200000 ; 2.000000 "
+                    "; 10 ; 20 ; 0 ; 1 ; 2 ; Mono"));
+  EXPECT_TRUE(file.contains(";Rua 1, n\xBA 3; 30.000000 ; 0.200000 ; 3.000000 ; 9 ; 8 ; 7 ; 0 ; 0 ; Serif"));
+}
+
+TEST_F(AsciiTexts, TextsThatTearARecordAreTold) {
+  InfoLayer* const source = textLayer("T");
+  EntitieList texts;
+  for (const char* const one : {"a;b", "a\nb"}) {
+    auto text = std::make_unique<EText>();
+    text->Position(Point(1, 2));
+    text->String(one);
+    texts.Append(text.release());
+  }
+  EXPECT_EQ(handler(source)->ExportText(&texts), 1);
+  EXPECT_TRUE(read("file.txt").contains(";a b; "));
+  ASSERT_EQ(report.notes.size(), 1);
+  EXPECT_TRUE(report.notes.first().endsWith(": 2"));
+}
+
+}  // namespace
+
+}  // namespace kaldex::test
