@@ -556,6 +556,104 @@
         <source>Mais %1 valores da tabela não puderam ser gravados como são</source>
         <translation>%1 more values of the table could not be written as they are</translation>
     </message>
+    <message>
+        <source>opção &lt;Separador: Nenhum&gt; não disponível</source>
+        <translation>option &lt;Separator: None&gt; not available</translation>
+    </message>
+    <message>
+        <source>//Identificadores dos Polígonos com classe, área e perímetro
+</source>
+        <translation>//Identifiers of polygons with class, area and perimeter
+</translation>
+    </message>
+    <message>
+        <source>//Identificadores dos Polígonos e das Linhas Classificadas</source>
+        <translation>//Identifiers of polygons and of classified lines</translation>
+    </message>
+    <message>
+        <source>//Ponto 2D e Identificadores se Ponto Classificado</source>
+        <translation>//2D point and identifiers if the point is classified</translation>
+    </message>
+    <message>
+        <source>Arquivo já existe. Sobrepor?</source>
+        <translation>The file exists already. Overwrite it?</translation>
+    </message>
+    <message>
+        <source>Dados de entrada no formato antigo (sem SEPARATOR). Continua ?</source>
+        <translation>Input data in the old format (without SEPARATOR). Go on?</translation>
+    </message>
+    <message>
+        <source>Classes não encontradas=%1 e classes adicionadas=%2 e visual alterados=%3 %4</source>
+        <translation>Classes not found=%1 and classes added=%2 and visuals changed=%3 %4</translation>
+    </message>
+    <message>
+        <source>Classes/Objetos: associados=%1, não associados=%2, já estavam associados=%3</source>
+        <translation>Classes/Objects: associated=%1, not associated=%2, already associated=%3</translation>
+    </message>
+    <message>
+        <source>Erro ao carregar visual do objeto (âncora)!</source>
+        <translation>Error loading the visual of the object (anchor)!</translation>
+    </message>
+    <message>
+        <source>//Amostras de Modelagem Numérica</source>
+        <translation>//Samples of a numeric model</translation>
+    </message>
+    <message>
+        <source>//Linhas de Quebra exportadas de PI Numérico</source>
+        <translation>//Break lines exported from a numeric layer</translation>
+    </message>
+    <message>
+        <source>TODOS os dados FORA do projeto, nenhum dado importado -</source>
+        <translation>ALL data OUTSIDE the project, nothing imported -</translation>
+    </message>
+    <message>
+        <source> Conferir BOX ou PROJEçâO ou Unidade importação (m/km/graus/...</source>
+        <translation> Check the BOX or the PROJECTION or the import unit (m/km/degrees/...</translation>
+    </message>
+    <message>
+        <source>Existem dados fora da área do projeto que não foram importados</source>
+        <translation>There are data outside the project&apos;s area that were not imported</translation>
+    </message>
+    <message>
+        <source>Textos com o separador ou com fim de linha, que não voltarão como são: %1</source>
+        <translation>Texts with the separator or a line end, which will not come back as they are: %1</translation>
+    </message>
+    <message>
+        <source>//Textos</source>
+        <translation>//Texts</translation>
+    </message>
+    <message>
+        <source>//Formato coordx %s coordy %s texto %s ang %s espessura %s altura %s cor-R %s cor-G %s cor-B %s alinha-H %s alinha-V %s fonte</source>
+        <translation>//Format coordx %s coordy %s text %s angle %s width %s height %s colour-R %s colour-G %s colour-B %s align-H %s align-V %s font</translation>
+    </message>
+    <message>
+        <source>//Campos obrigatórios - coordx %s coordy %s texto</source>
+        <translation>//Required fields - coordx %s coordy %s text</translation>
+    </message>
+    <message>
+        <source>Não existe representação no Plano de Informação!</source>
+        <translation>The information layer has no representation!</translation>
+    </message>
+    <message>
+        <source>%d linhas</source>
+        <translation>%d lines</translation>
+    </message>
+    <message>
+        <source>Ponteiro de arquivo inválido!</source>
+        <translation>Invalid file pointer!</translation>
+    </message>
+    <message>
+        <source>// Restrições de direção</source>
+        <translation>// Turn restrictions</translation>
+    </message>
+    <message>
+        <source>Falha na leitura do arquivo %1.</source>
+        <translation>The file %1 could not be read.</translation>
+    </message>
+    <message>
+        <source>Um possível erro no arquivo!</source>
+        <translation>Possibly an error in the file!</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>

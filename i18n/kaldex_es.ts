@@ -556,6 +556,104 @@
         <source>Mais %1 valores da tabela não puderam ser gravados como são</source>
         <translation>Otros %1 valores de la tabla no se pudieron grabar como son</translation>
     </message>
+    <message>
+        <source>opção &lt;Separador: Nenhum&gt; não disponível</source>
+        <translation>opción &lt;Separador: Ninguno&gt; no disponible</translation>
+    </message>
+    <message>
+        <source>//Identificadores dos Polígonos com classe, área e perímetro
+</source>
+        <translation>//Identificadores de los polígonos con clase, área y perímetro
+</translation>
+    </message>
+    <message>
+        <source>//Identificadores dos Polígonos e das Linhas Classificadas</source>
+        <translation>//Identificadores de los polígonos y de las líneas clasificadas</translation>
+    </message>
+    <message>
+        <source>//Ponto 2D e Identificadores se Ponto Classificado</source>
+        <translation>//Punto 2D e identificadores si el punto está clasificado</translation>
+    </message>
+    <message>
+        <source>Arquivo já existe. Sobrepor?</source>
+        <translation>El archivo ya existe. ¿Sobrescribir?</translation>
+    </message>
+    <message>
+        <source>Dados de entrada no formato antigo (sem SEPARATOR). Continua ?</source>
+        <translation>Datos de entrada en el formato antiguo (sin SEPARATOR). ¿Continuar?</translation>
+    </message>
+    <message>
+        <source>Classes não encontradas=%1 e classes adicionadas=%2 e visual alterados=%3 %4</source>
+        <translation>Clases no encontradas=%1 y clases añadidas=%2 y visuales cambiados=%3 %4</translation>
+    </message>
+    <message>
+        <source>Classes/Objetos: associados=%1, não associados=%2, já estavam associados=%3</source>
+        <translation>Clases/Objetos: asociados=%1, no asociados=%2, ya estaban asociados=%3</translation>
+    </message>
+    <message>
+        <source>Erro ao carregar visual do objeto (âncora)!</source>
+        <translation>¡Error al cargar el visual del objeto (ancla)!</translation>
+    </message>
+    <message>
+        <source>//Amostras de Modelagem Numérica</source>
+        <translation>//Muestras de modelo numérico</translation>
+    </message>
+    <message>
+        <source>//Linhas de Quebra exportadas de PI Numérico</source>
+        <translation>//Líneas de quiebre exportadas de una capa numérica</translation>
+    </message>
+    <message>
+        <source>TODOS os dados FORA do projeto, nenhum dado importado -</source>
+        <translation>TODOS los datos FUERA del proyecto, ningún dato importado -</translation>
+    </message>
+    <message>
+        <source> Conferir BOX ou PROJEçâO ou Unidade importação (m/km/graus/...</source>
+        <translation> Revisar BOX o PROYECCIÓN o unidad de importación (m/km/grados/...</translation>
+    </message>
+    <message>
+        <source>Existem dados fora da área do projeto que não foram importados</source>
+        <translation>Hay datos fuera del área del proyecto que no se importaron</translation>
+    </message>
+    <message>
+        <source>Textos com o separador ou com fim de linha, que não voltarão como são: %1</source>
+        <translation>Textos con el separador o con fin de línea, que no volverán como son: %1</translation>
+    </message>
+    <message>
+        <source>//Textos</source>
+        <translation>//Textos</translation>
+    </message>
+    <message>
+        <source>//Formato coordx %s coordy %s texto %s ang %s espessura %s altura %s cor-R %s cor-G %s cor-B %s alinha-H %s alinha-V %s fonte</source>
+        <translation>//Formato coordx %s coordy %s texto %s áng %s espesor %s altura %s color-R %s color-G %s color-B %s alinea-H %s alinea-V %s fuente</translation>
+    </message>
+    <message>
+        <source>//Campos obrigatórios - coordx %s coordy %s texto</source>
+        <translation>//Campos obligatorios - coordx %s coordy %s texto</translation>
+    </message>
+    <message>
+        <source>Não existe representação no Plano de Informação!</source>
+        <translation>¡No existe representación en el plano de información!</translation>
+    </message>
+    <message>
+        <source>%d linhas</source>
+        <translation>%d líneas</translation>
+    </message>
+    <message>
+        <source>Ponteiro de arquivo inválido!</source>
+        <translation>¡Puntero de archivo no válido!</translation>
+    </message>
+    <message>
+        <source>// Restrições de direção</source>
+        <translation>// Restricciones de giro</translation>
+    </message>
+    <message>
+        <source>Falha na leitura do arquivo %1.</source>
+        <translation>Falla en la lectura del archivo %1.</translation>
+    </message>
+    <message>
+        <source>Um possível erro no arquivo!</source>
+        <translation>¡Un posible error en el archivo!</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
