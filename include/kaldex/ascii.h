@@ -41,6 +41,12 @@ class KALDEX_API IEAsc : public SExtFormats {
   /// With `onlyUsedClasses` other than 0, only lines (or polygons) of classes that the layer uses.
   int ExportLines(Vector* vec, short onlyUsedClasses) override;
   int ExportContourout(Vector* vec) override;
+  /// The first "TABLE" section, into the objects and attributes of the category, which the section must name:
+  /// objects and, where the category has no table yet, columns are made. All or nothing.
+  int ImportAttributes(Category* category) override;
+  /// Append a "TABLE" section: label, name and attributes of each object. The table of a category of another
+  /// model is written too, but no import reads it.
+  int ExportTable(Category* category) override;
   /// Outlines of polygons, then the lines that bound none.
   int ExportPolygons(Vector* vec, short onlyUsedClasses) override;
   /// Points and contours, and behind them, as a section of its own, the break lines: in the same file, or,
@@ -109,6 +115,8 @@ class KALDEX_API IEAsc : public SExtFormats {
   class SectionReader;
   class LineImport;
   class SampleImport;
+  class TableImport;
+  class TableExport;
   class SampleExport;
   class PointImport;
   class PointObjects;

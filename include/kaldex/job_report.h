@@ -26,6 +26,7 @@ inline namespace kaldex_v1 {
 ///   unplaced_hole     a hole without an outer ring (kept as a polygon of its own)
 ///   bad_value         an attribute value that did not fit its column
 ///   column_ignored    a column that the table doesn't have
+///   no_object         a row for an object that the category doesn't have
 ///   no_geometry       an object without geometry in the layer
 ///   unsupported       a kind of record that the operation doesn't take
 class KALDEX_API JobReport {

@@ -15,15 +15,7 @@ namespace kaldex {
 namespace {
 
 constexpr std::size_t kLongestName = 10;
-constexpr std::size_t kReservedRoom = 7;
 constexpr std::size_t kRepeatedRoom = 9;
-constexpr int kTwoDigits = 10;
-
-constexpr const char* kReserved[] = {
-    "NID",       "ID",      "NOME",       "ROTULO",    "VISID",     "DATA",
-    "HORA",      "GEOID",   "CATEGORIA",  "GANCHORID", "GVISID",    "AREA",
-    "PERIMETRO", "DEMANDA", "IMPEDANCIA", "MYSQL_ID",  "KALDEX_ID", "SPOSTGRESQL_ID SERIAL",
-    "DBID"};
 
 bool sameName(const std::string& left, const char* right) {
   return Sstrcasecmp(left.c_str(), right) == 0;
@@ -81,17 +73,13 @@ bool columnShape(const ColumnDeclaration& declaration, ColumnShape& shape) {
   return true;
 }
 
-void ColumnNames::number(std::string& name, std::size_t room) {
-  ++changed_;
-  name.resize(std::min(name.size(), changed_ < kTwoDigits ? room : room - 1));
-}
-
 bool ColumnNames::replaceReserved(std::string& name, std::string& cut) {
-  const auto same = [&](const char* reserved) { return sameName(name, reserved); };
-  if (std::none_of(std::begin(kReserved), std::end(kReserved), same)) return false;
-  number(name, kReservedRoom);
+  std::string capitals = name;
+  toUpper(capitals.data());
+  if (!isReservedName(capitals) && capitals != "SPOSTGRESQL_ID SERIAL") return false;
+  numbers_.cut(name, NameNumbers::kReservedRoom);
   cut = name;
-  appendInt(name, changed_);
+  numbers_.append(name);
   return true;
 }
 
@@ -111,8 +99,8 @@ std::string ColumnNames::cleaned(std::string name) {
 std::string ColumnNames::unique(std::string name, const std::function<bool(const std::string&)>& taken) {
   name.resize(std::min(name.size(), kLongestName));
   if (!taken(name)) return name;
-  number(name, kRepeatedRoom);
-  appendInt(name, changed_);
+  numbers_.cut(name, kRepeatedRoom);
+  numbers_.append(name);
   return name;
 }
 

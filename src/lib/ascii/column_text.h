@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "lib/frame/reserved_names.h"
+
 namespace kaldex {
 
 // The declaration of a column: name, type and size, parted by a separator. Texts are Latin-1.
@@ -43,9 +45,7 @@ class ColumnNames {
   std::string unique(std::string name, const std::function<bool(const std::string&)>& taken);
 
  private:
-  void number(std::string& name, std::size_t room);
-
-  int changed_ = 0;
+  NameNumbers numbers_;
 };
 
 }  // namespace kaldex

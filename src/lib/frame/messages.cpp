@@ -61,6 +61,17 @@ void SExtFormats::notePlace() {
   report->place = {QStringLiteral("%1/%2").arg(dataHome, dataFile), place.line, place.column};
 }
 
+void SExtFormats::tellRenamed(const QStringList& names, const QStringList& replacements, const char* gap) {
+  if (names.isEmpty()) return;
+  QString text = QObject::tr(
+      "Atenção os seguintes atributos tiveram seus nomes modificados pois eram palavras reservadas do "
+      "sistema! ");
+  for (int i = 0; i < names.size(); ++i) {
+    text += names[i] + QObject::tr(" para ") + replacements[i] + QLatin1String(gap);
+  }
+  show(text);
+}
+
 bool SExtFormats::cancelled() {
   return SGError->cancelled();
 }

@@ -23,7 +23,7 @@ bool IEShp::AttributeSource::prepare() {
   loadTable();
   if (!nameColumns()) return false;
   extendTable();
-  tellRenamed();
+  tellRenamed(handler_.reservedNames, handler_.replacementNames, "  ");
   dbf_.First();
   on_ = true;
   return true;
@@ -77,18 +77,6 @@ void IEShp::AttributeSource::extendTable() {
   } else if (handler_.dataBase->addColumns(added, category_->attributeTable, 1, 0) == 0) {
     throw kaldex::ImportStopped{};
   }
-}
-
-void IEShp::AttributeSource::tellRenamed() {
-  if (handler_.reservedNames.isEmpty()) return;
-  QString text = QObject::tr(
-      "Atenção os seguintes atributos tiveram seus nomes modificados pois eram palavras reservadas do "
-      "sistema! ");
-  for (int i = 0; i < handler_.reservedNames.size(); ++i) {
-    text += handler_.reservedNames[i] + QObject::tr(" para ") + handler_.replacementNames[i] +
-            QStringLiteral("  ");
-  }
-  show(text);
 }
 
 void IEShp::AttributeSource::write(int record, int objectId) {

@@ -108,7 +108,6 @@ class IEShp::AttributeSource {
   void loadTable();
   bool nameColumns();
   void extendTable();
-  void tellRenamed();
 
   IEShp& handler_;
   DbfImpExp dbf_;

@@ -1,0 +1,144 @@
+#include <QObject>
+#include <string>
+#include <vector>
+
+#include "base/strings.h"
+#include "base/tracer.h"
+#include "kaldex/job_report.h"
+#include "kaldex/model/catalog.h"
+#include "kaldex/model/database.h"
+#include "lib/csv/csv_reader.h"
+#include "lib/frame/cell_text.h"
+#include "lib/frame/progress_scope.h"
+
+inline namespace kaldex_v1 {
+
+namespace {
+constexpr int kBytesPerRow = 60;
+}
+
+/// Makes the table of a category from the handler's delimited file. The rows gather in the columns and are
+/// stored together.
+class SExtFormats::CsvNonSpatial : private CsvReader {
+ public:
+  CsvNonSpatial(SExtFormats& handler, const Category& category)
+      : CsvReader(handler), base_(*handler.dataBase), category_(category) {}
+  ~CsvNonSpatial();
+
+  int run();
+
+ private:
+  bool tableIsEmpty() const;
+  bool readHeader();
+  bool readRows();
+  bool readRow();
+  bool takeValue(SField& column, std::string_view field);
+  void put(SField& column, const QString& value);
+
+  DataBase& base_;
+  const Category& category_;
+  SFieldList columns_;
+  std::string value_;
+  long long rows_ = 0;
+  long long stored_ = 0;
+  long long badValues_ = 0;
+};
+
+SExtFormats::CsvNonSpatial::~CsvNonSpatial() {
+  JobReport* const job = JobReport::current();
+  if (job == nullptr) return;
+  if (rows_ > 0) job->countRead("rows", rows_);
+  if (stored_ > 0) job->countWritten("rows", stored_);
+  if (badValues_ > 0) job->countLeftOut("bad_value", badValues_);
+}
+
+int SExtFormats::CsvNonSpatial::run() {
+  if (!openAtHeader()) return 0;
+  if (!tableIsEmpty()) return show(QObject::tr("Esta Categoria contém uma tabela que não está vazia!"));
+  if (!readHeader()) return 0;
+  if (columns_.Size() > 0 && base_.createTable(category_.attributeTable, columns_) == 0) {
+    handler_.FileClose();
+    return show(QObject::tr("Erro ao tentar criar atributos na tabela"));
+  }
+  if (!readRows() || base_.finishColumns(columns_) == 0) return 0;
+  stored_ = rows_;
+  return 1;
+}
+
+bool SExtFormats::CsvNonSpatial::tableIsEmpty() const {
+  SFieldList existing;
+  return base_.loadTableFields(existing, category_.attributeTable) == 0;
+}
+
+bool SExtFormats::CsvNonSpatial::readHeader() {
+  if (!split()) return false;
+  std::string name;
+  for (short index = 0; nextName(name) && !name.empty() && name != "0"; ++index) {
+    renameReserved(name);
+    insert(columns_, SField(text(name), fieldText, kTextSize, kDecimals, index, category_.attributeTable),
+           "Attlistadd.Insert(Attraux)");
+  }
+  return true;
+}
+
+bool SExtFormats::CsvNonSpatial::readRows() {
+  kaldex::ProgressScope progress(handler_.progressMaximum(kBytesPerRow));
+  for (;;) {
+    const Row row = nextRow();
+    if (row != Row::found) return row == Row::ended;
+    if (progress.cancelled() || !readRow()) return false;
+    progress.step();
+  }
+}
+
+// A row that lacks values gets empty ones: the columns' cells must stay side by side.
+bool SExtFormats::CsvNonSpatial::readRow() {
+  if (!split(LastField::dropped)) return false;
+  ++rows_;
+  std::string_view field;
+  bool more = true;
+  for (SField* column : columns_) {
+    more = more && nextField(field);
+    if (!more) {
+      put(*column, QString());
+    } else if (!takeValue(*column, field)) {
+      return false;
+    }
+  }
+  return true;
+}
+
+bool SExtFormats::CsvNonSpatial::takeValue(SField& column, std::string_view field) {
+  value_ = field.empty() || field == "0" ? "XXX" : field;
+  if (column.type != fieldText && TestDataType(value_.c_str(), column.type, nullptr) == 0) {
+    ++badValues_;
+    if (!leavesValueOut()) return false;
+    put(column, QString());
+    return true;
+  }
+  if (column.type == fieldDate || column.type == fieldText) {
+    // An apostrophe ends a text for programs that read such tables.
+    const std::size_t apostrophe = value_.rfind('\'');
+    if (apostrophe != std::string::npos) value_[apostrophe] = '_';
+  }
+  if (kaldex::fitToColumn(column, value_)) ++badValues_;
+  put(column, text(value_));
+  return true;
+}
+
+void SExtFormats::CsvNonSpatial::put(SField& column, const QString& value) {
+  auto* const cell = new SCell(category_.attributeTable, column.type, value);
+  cell->setModify(cellInserted);
+  column.cells.Append(cell);
+}
+
+int SExtFormats::Import_CSV_TAB_NOTSPACIAL(Category* cat) {
+  const Tracer tracer(__FILE__, __LINE__, "SExtFormats::Import_CSV_TAB_NOTSPACIAL");
+  return guardedImport(nullptr, [&] {
+    if (cat == nullptr) return invalidArgument("cat");
+    if (dataBase == nullptr) return invalidArgument("dataBase");
+    return CsvNonSpatial(*this, *cat).run();
+  });
+}
+
+}  // namespace kaldex_v1
