@@ -20,7 +20,8 @@ struct ShapeIndex {
   Trouble trouble = Trouble::none;
   // In the form of a .shx; empty if the file is good as it stands.
   std::vector<unsigned char> bytes;
-  // Bytes at the end of the main file that no record was found in while it was walked.
+  // Bytes at the end of the main file, as long as it is or says it is, that no record was found in while it
+  // was walked.
   std::uint64_t unread = 0;
 };
 
