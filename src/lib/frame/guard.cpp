@@ -1,10 +1,7 @@
-#include <QObject>
-#include <new>
-
 #include "kaldex/extforma.h"
 #include "kaldex/model/database.h"
-#include "kaldex/model/exception.h"
 #include "kaldex/model/vector.h"
+#include "lib/frame/shield.h"
 
 inline namespace kaldex_v1 {
 
@@ -19,23 +16,6 @@ class Level {
   int& depth_;
 };
 
-// Must be called from a handler. Null for a failure that is not to be told: the user has cancelled.
-QString messageOfCurrentException() {
-  QString detail;
-  try {
-    throw;
-  } catch (const SException& exception) {
-    if (exception.kind() == SException::Kind::cancelled) return QString();
-    detail = exception.GetMsg();
-  } catch (const std::bad_alloc&) {
-    return QObject::tr("Memória insuficiente: Falha na alocação de memória!");
-  } catch (const std::exception& exception) {
-    detail = QString::fromUtf8(exception.what());
-  } catch (...) {
-  }
-  return QObject::tr("Banco de Dados com problemas!\n(%1)").arg(detail);
-}
-
 template <class Action>
 bool succeeds(Action&& action) {
   try {
@@ -49,15 +29,7 @@ bool succeeds(Action&& action) {
 }  // namespace
 
 bool SExtFormats::shielded(const std::function<void()>& action) {
-  QString failure;
-  try {
-    action();
-    return true;
-  } catch (...) {
-    succeeds([&] { failure = messageOfCurrentException(); });
-  }
-  if (!failure.isNull()) succeeds([&] { show(failure); });
-  return false;
+  return kaldex::shielded(action);
 }
 
 int SExtFormats::guarded(const std::function<int()>& operation) {

@@ -4,20 +4,15 @@
 #include <QObject>
 #include <algorithm>
 #include <limits>
-#include <new>
 
 #include "kaldex/job_report.h"
-#include "kaldex/model/exception.h"
 #include "kaldex/model/report.h"
+#include "lib/frame/shield.h"
 #include "lib/shapefile/sidecars.h"
 
 namespace kaldex {
 
 namespace {
-
-void showDatabaseProblem(const QString& detail) {
-  showMessage(QObject::tr("Banco de Dados com problemas!\n(%1)").arg(detail));
-}
 
 int progressMaximum(long long steps) {
   return static_cast<int>(std::min<long long>(steps, std::numeric_limits<int>::max()));
@@ -30,16 +25,8 @@ void showMessage(const QString& text) {
 }
 
 ExportOutcome guarded(const std::function<ExportOutcome()>& operation) {
-  try {
-    return operation();
-  } catch (const SException& exception) {
-    if (exception.kind() != SException::Kind::cancelled) showDatabaseProblem(exception.GetMsg());
-  } catch (const std::bad_alloc&) {
-    showMessage(QObject::tr("Memória insuficiente: Falha na alocação de memória!"));
-  } catch (const std::exception& exception) {
-    showDatabaseProblem(QString::fromUtf8(exception.what()));
-  }
-  return ExportOutcome::failed;
+  ExportOutcome outcome = ExportOutcome::failed;
+  return shielded([&] { outcome = operation(); }) ? outcome : ExportOutcome::failed;
 }
 
 ExportOutcome refuseGeometry() {
