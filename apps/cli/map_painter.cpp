@@ -101,8 +101,11 @@ QColor MapPainter::fill(const SPolygon& polygon, const InfoLayer& layer) {
   const auto at = static_cast<std::size_t>(polygon.id);
   const Object object = at < objects_.size() ? objects_[at] : Object{0, 0};
   const QColor own = paletteFill(object.anchor != 0 ? object.anchor : polygon.id);
-  GeneralVisual visual;
-  return object.visual > 0 && dataBase_.loadVisual(object.visual, visual) != 0 ? fillOf(visual, own) : own;
+  if (object.visual != stored_.id) {
+    stored_ = StoredVisual{object.visual, false, GeneralVisual()};
+    stored_.known = object.visual > 0 && dataBase_.loadVisual(object.visual, stored_.visual) != 0;
+  }
+  return stored_.known ? fillOf(stored_.visual, own) : own;
 }
 
 void MapPainter::drawLines(InfoLayer& layer, short kind) {

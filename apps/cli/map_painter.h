@@ -8,6 +8,7 @@
 #include "cli/map_view.h"
 #include "kaldex/model/database.h"
 #include "kaldex/model/vector.h"
+#include "kaldex/model/visual.h"
 
 namespace kaldex::cli {
 
@@ -45,6 +46,13 @@ class MapPainter {
   const MapView& view_;
   QPainter& painter_;
   QPolygonF path_;
+  /// Objects mostly share theirs: the one that was looked up last is kept.
+  struct StoredVisual {
+    int id = 0;
+    bool known = false;
+    GeneralVisual visual;
+  };
+  StoredVisual stored_;
   std::vector<Object> objects_;  ///< of the layer at hand, by polygon identifier
 };
 
