@@ -229,6 +229,23 @@ TEST_F(ShapeImportObjectsTest, ObjectsWithoutARowEndTheImport) {
   EXPECT_EQ(objects(), QString("1 1: x"));
 }
 
+TEST_F(ShapeImportObjectsTest, RowsAndShapesWithoutCounterpartAreTold) {
+  messages.answer(kCreate, true);
+  writePoints(2);
+  const std::pair<int, const char*> tables[] = {
+      {1, "O .dbf só tem 1 registros para 2 do .shp: os outros ficaram sem atributos."},
+      {2, ""},
+      {3, "O .dbf tem 3 registros para 2 do .shp: os outros não foram importados."},
+  };
+  for (const auto& [rows, told] : tables) {
+    DbfMaker dbf({{"A", 'C', 4}});
+    for (int row = 0; row < rows; ++row) dbf.row({"x"});
+    writeTable(dbf);
+    ASSERT_EQ(importLines(CADASTRALMODEL), 1);
+    EXPECT_EQ(report.notes.join('\n'), QString(told)) << rows;
+  }
+}
+
 TEST_F(ShapeImportObjectsTest, EncodingIsToldAndCanBeOverridden) {
   messages.answer(kCreate, true);
   writePoints(1);

@@ -85,10 +85,25 @@ void IEShp::AttributeSource::write(int record, int objectId) {
   if (handler_.writeRow(dbf_, names_->columns(), *category_, objectId) == 0) throw kaldex::ImportStopped{};
 }
 
-void IEShp::AttributeSource::report() const {
+// Rows and shapes belong together by their number; what has no counterpart would be lost without a word.
+void IEShp::AttributeSource::reportRows(JobReport& report, int shapes) const {
+  const long long rows = dbf_.NumRows();
+  report.countRead(QStringLiteral("rows"), rows);
+  if (rows < shapes) {
+    report.note(QObject::tr("O .dbf só tem %1 registros para %2 do .shp: os outros ficaram sem atributos.")
+                    .arg(rows)
+                    .arg(shapes));
+  } else if (rows > shapes) {
+    report.note(QObject::tr("O .dbf tem %1 registros para %2 do .shp: os outros não foram importados.")
+                    .arg(rows)
+                    .arg(shapes));
+  }
+}
+
+void IEShp::AttributeSource::report(int shapes) const {
   JobReport* report = JobReport::current();
   if (report == nullptr || !on_) return;
-  report->countRead(QStringLiteral("rows"), dbf_.NumRows());
+  reportRows(*report, shapes);
   report->encoding = {dbf_.encodingName(), dbf_.encodingReason()};
   report->renamed += names_->renamed();
   const long long ignored = dbf_.ignoredColumns().size() + unusableColumns_;

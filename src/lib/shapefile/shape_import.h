@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "kaldex/job_report.h"
 #include "kaldex/model/anchor.h"
 #include "kaldex/model/catalog.h"
 #include "kaldex/model/database.h"
@@ -100,9 +101,11 @@ class IEShp::AttributeSource {
   bool categoryIsNew() const { return categoryIsNew_; }
   /// Write the row of that record for the object; throws when it can't be.
   void write(int record, int objectId);
-  void report() const;
+  /// `shapes` is how many records the .shp has.
+  void report(int shapes) const;
 
  private:
+  void reportRows(JobReport& report, int shapes) const;
   bool layerTakesObjects() const;
   bool findCategory();
   void loadTable();

@@ -156,7 +156,7 @@ void IEShp::importFeatures(Vector& vector, ShapeReader& shapes, SProjection* tar
   runImport(*import, tally, kindOfShapes(shapes.type()));
   tally.objects = objects.made();
   reportWritten(tally, "lines", "points");
-  attributes.report();
+  attributes.report(shapes.count());
 }
 
 std::unique_ptr<IEShp::Import> IEShp::featureImport(int type, ShapeSource& source, Vector& vector,
