@@ -40,7 +40,8 @@ Result Job::judge(int returned, const QString& missing) {
     if (conversation_.endedByNo()) return Result::refused;
     return conversation_.messages().size() == saidBefore_ ? fail(missing) : Result::failed;
   }
-  if (total(report().read) > 0 && total(report().written) == 0)
+  // What is left out was read, though not every operation counts it so.
+  if (total(report().read) + total(report().leftOut) > 0 && total(report().written) == 0)
     return fail(Say::tr("Nada do que foi lido foi gravado."));
   return Result::done;
 }
@@ -55,6 +56,20 @@ int Job::end(Result result) {
     writer.printText();
   }
   return exitCode(result);
+}
+
+QString resultName(Result result) {
+  switch (result) {
+    case Result::done:
+      return QStringLiteral("done");
+    case Result::refused:
+      return QStringLiteral("refused");
+    case Result::cancelled:
+      return QStringLiteral("cancelled");
+    case Result::failed:
+      break;
+  }
+  return QStringLiteral("failed");
 }
 
 int exitCode(Result result) {

@@ -14,6 +14,9 @@ namespace kaldex::cli {
 
 enum class Result { done, failed, refused, cancelled };
 
+/// The word that stands for it in JSON.
+QString resultName(Result result);
+
 /// One import, export or conversion: what it was asked, what it says, what it did, and how it ended.
 class Job {
  public:

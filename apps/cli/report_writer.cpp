@@ -12,20 +12,6 @@ namespace {
 
 constexpr int kTitleWidth = 13;
 
-const char* resultName(Result result) {
-  switch (result) {
-    case Result::done:
-      return "done";
-    case Result::refused:
-      return "refused";
-    case Result::cancelled:
-      return "cancelled";
-    case Result::failed:
-      break;
-  }
-  return "failed";
-}
-
 QString resultText(const Ending& ending, bool dryRun) {
   if (ending.result == Result::done)
     return dryRun ? Say::tr("Conferido; nada foi guardado.") : Say::tr("Feito.");
@@ -90,7 +76,7 @@ void printRow(const QString& title, const QString& text) {
 void ReportWriter::printJson() const {
   JsonWriter json;
   json.beginObject();
-  json.member("result", QString::fromLatin1(resultName(ending_.result)));
+  json.member("result", resultName(ending_.result));
   json.key("messages");
   json.list(conversation_.messages());
   writeQuestions(json, conversation_.questions());

@@ -11,11 +11,12 @@
 
 inline namespace kaldex_v1 {
 
-/// What an import or export did, for whoever started it to show: a command, a dialog, a test. Operations write to the
-/// report that a JobReportScope has made current, and to none when there is none; it never changes what they do.
+/// What an import or export did, for whoever started it to show: a command, a dialog, a test. Operations
+/// write to the report that a JobReportScope has made current, and to none when there is none; it never
+/// changes what they do.
 ///
-/// Kinds are "lines", "polygons", "points", "samples", "contours", "texts", "objects", "rows", "columns". Reasons of what was
-/// left out are stable codes, listed here:
+/// Kinds are "lines", "polygons", "points", "samples", "contours", "texts", "objects", "rows", "columns".
+/// Reasons of what was left out are stable codes, listed here:
 ///   few_points        a line or ring with too few points
 ///   degenerate        a line of two equal points, a ring without area
 ///   outside_box       outside the layer's declared box
@@ -44,7 +45,7 @@ class KALDEX_API JobReport {
   void countRead(const QString& kind, long long count = 1) { read[kind] += count; }
   void countWritten(const QString& kind, long long count = 1) { written[kind] += count; }
   void countLeftOut(const QString& reason, long long count = 1) { leftOut[reason] += count; }
-  /// Something that the user should know and that no message of the operation says.
+  /// Something that the user should know and that no message of the operation says; of a long text the head.
   void note(const QString& text);
 
   QMap<QString, long long> read;
@@ -55,7 +56,8 @@ class KALDEX_API JobReport {
   Choice projection;
   QStringList files;
   QStringList notes;
-  /// Where in a file the last inconsistency was found; set just before its message is shown, cleared by who shows it.
+  /// Where in a file the last inconsistency was found; set just before its message is shown, cleared by who
+  /// shows it.
   Place place;
 
   /// The current report, or null.

@@ -115,6 +115,20 @@ TEST_F(ImportTest, ReadingWithoutWritingIsAFailure) {
   EXPECT_TRUE(isEmpty());
 }
 
+// A shapefile that holds null shapes only, with a definition of its projection that is nonsense.
+TEST_F(ImportTest, WhatIsLeftOutWasReadAndNonsenseIsToldBriefly) {
+  ByteMaker shp;
+  shp.header(50 + 2 * 6, 5, {0, 0, 1, 1});
+  for (const int number : {1, 2}) shp.big({number, 2}).little({0});
+  write("void.shp", shp);
+  write("void.prj", QByteArray(50000, 'A'));
+  const Outcome failed =
+      runJson({"import", "shapefile", "features", "void.shp", "base.gpkg", "p/l", "--no"}, 1);
+  EXPECT_EQ(failed.json()["left_out"].toObject()["null_shape"].toInt(), 2);
+  EXPECT_TRUE(isEmpty());
+  for (const QString& note : texts(failed.json()["notes"])) EXPECT_LE(note.size(), 500);
+}
+
 TEST_F(ImportTest, ADryRunKeepsNothing) {
   const Outcome done = importAscii(kTwoLines, {"--dry-run"});
   EXPECT_EQ(done.json()["written"].toObject()["lines"].toInt(), 2);

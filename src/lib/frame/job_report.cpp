@@ -4,10 +4,14 @@ inline namespace kaldex_v1 {
 
 namespace {
 thread_local JobReport* currentReport = nullptr;
-}
+
+constexpr int kLongestNote = 500;  // a line to read, whatever a file puts into it
+}  // namespace
 
 void JobReport::note(const QString& text) {
-  if (!notes.contains(text)) notes.append(text);
+  const QString shown =
+      text.size() > kLongestNote ? text.left(kLongestNote - 3) + QStringLiteral("...") : text;
+  if (!notes.contains(shown)) notes.append(shown);
 }
 
 JobReport* JobReport::current() {
