@@ -654,6 +654,26 @@
         <source>Um possível erro no arquivo!</source>
         <translation>¡Un posible error en el archivo!</translation>
     </message>
+    <message>
+        <source>Valores que contêm o separador ou um final de linha, que a leitura não reconhece: %1</source>
+        <translation>Valores que contienen el separador o un fin de línea, que la lectura no reconoce: %1</translation>
+    </message>
+    <message>
+        <source>//Tabela de Atributos ASCII gerada pelo Sistema KALDEX</source>
+        <translation>//Tabla de atributos ASCII generada por el Sistema KALDEX</translation>
+    </message>
+    <message>
+        <source>Esta Categoria contém uma tabela que não está vazia!</source>
+        <translation>¡Esta categoría contiene una tabla que no está vacía!</translation>
+    </message>
+    <message>
+        <source>Erro ao tentar criar atributos na tabela</source>
+        <translation>Error al intentar crear atributos en la tabla</translation>
+    </message>
+    <message>
+        <source>//Tabela de Atributos ASCII convertido pelo Sistema KALDEX do arquivo CSV</source>
+        <translation>//Tabla de atributos ASCII convertida por el Sistema KALDEX del archivo CSV</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
