@@ -674,6 +674,14 @@
         <source>//Tabela de Atributos ASCII convertido pelo Sistema KALDEX do arquivo CSV</source>
         <translation>//ASCII attribute table converted by the KALDEX system from the CSV file</translation>
     </message>
+    <message>
+        <source>O .dbf só tem %1 registros para %2 do .shp: os outros ficaram sem atributos.</source>
+        <translation>The .dbf has only %1 records for %2 of the .shp: the others have no attributes.</translation>
+    </message>
+    <message>
+        <source>O .dbf tem %1 registros para %2 do .shp: os outros não foram importados.</source>
+        <translation>The .dbf has %1 records for %2 of the .shp: the others were not imported.</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>

@@ -674,6 +674,14 @@
         <source>//Tabela de Atributos ASCII convertido pelo Sistema KALDEX do arquivo CSV</source>
         <translation>//Tabla de atributos ASCII convertida por el Sistema KALDEX del archivo CSV</translation>
     </message>
+    <message>
+        <source>O .dbf só tem %1 registros para %2 do .shp: os outros ficaram sem atributos.</source>
+        <translation>El .dbf solo tiene %1 registros para %2 del .shp: los otros quedaron sin atributos.</translation>
+    </message>
+    <message>
+        <source>O .dbf tem %1 registros para %2 do .shp: os outros não foram importados.</source>
+        <translation>El .dbf tiene %1 registros para %2 del .shp: los otros no se importaron.</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
