@@ -257,7 +257,8 @@ class KALDEX_API SExtFormats {
   int inconsistent(const char* latin1Detail);
   /// The file ended inside a record.
   int endOfFileInRecord();
-  /// For messages of an inconsistency that have a text of their own.
+  /// As inconsistent, for a message with a text of its own.
+  int inconsistentAs(const QString& text);
   void notePlace();
   /// The user has asked to stop: the operation ends with 0 and no message.
   static bool cancelled();

@@ -67,6 +67,8 @@ TEST_F(AsciiImport, LinesAndTheirMessages) {
       {"\nLINES\r\n1 2\r\n3 4\r\nEND\r\nEND\r\n", 1, "", 1},
       {"LINES\n1 2\n3 4" + QByteArray(40000, ' ') + "\nEND\nEND\n", 0, kBad + "3 4" + QString(997, ' '), 0},
       {"LINES\n" + QByteArray(500000, '7') + " 2\n3 4\nEND\nEND\n", 0, kBad + QString(1000, '7'), 0},
+      {"LINES\nINFO\n" + QByteArray(40000, 'x') + "\nINFO_END\n1 2\n3 4\nEND\nEND\n", 0,
+       kBad + QString(1000, 'x'), 0},
   };
   int number = 0;
   for (const Case& one : cases) {

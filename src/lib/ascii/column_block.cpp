@@ -129,8 +129,7 @@ bool IEAsc::ColumnBlock::addTableColumn(const std::string& name) {
 
 bool IEAsc::ColumnBlock::offerToIgnore() {
   const QString text = QString::fromLatin1(handler_.line);
-  handler_.notePlace();
-  show(QObject::tr("Não existe esse atributo na tabela!") + text);
+  handler_.inconsistentAs(QObject::tr("Não existe esse atributo na tabela!") + text);
   if (!ask(QObject::tr("Arquivo INCONSISTENTE. Ignorar somente o item errado e continuar?") + text)) {
     return false;
   }

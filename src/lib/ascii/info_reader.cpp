@@ -43,9 +43,9 @@ bool IEAsc::InfoReader::openAtGrid() {
 bool IEAsc::InfoReader::nextLine(IEAsc& handler) {
   handler.clearLine();
   if (handler.readLine() != 0) return true;
-  handler.notePlace();
-  show(QObject::tr("Arquivo INCONSISTENTE. Falta de informação ou erro nos parâmetros da seção INFO!") +
-       "INFO_END ???");
+  handler.inconsistentAs(
+      QObject::tr("Arquivo INCONSISTENTE. Falta de informação ou erro nos parâmetros da seção INFO!") +
+      "INFO_END ???");
   return false;
 }
 

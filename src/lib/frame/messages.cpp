@@ -37,9 +37,7 @@ int SExtFormats::logicRestriction(const QString& detail) {
 }
 
 int SExtFormats::inconsistent(const QString& detail) {
-  if (lineRefused_) return 0;
-  notePlace();
-  return show(QObject::tr("Arquivo INCONSISTENTE!") + detail);
+  return inconsistentAs(QObject::tr("Arquivo INCONSISTENTE!") + detail);
 }
 
 int SExtFormats::inconsistent(const char* latin1Detail) {
@@ -48,9 +46,13 @@ int SExtFormats::inconsistent(const char* latin1Detail) {
 }
 
 int SExtFormats::endOfFileInRecord() {
+  return inconsistentAs(QObject::tr("Arquivo INCONSISTENTE! ") + "FEOF");
+}
+
+int SExtFormats::inconsistentAs(const QString& text) {
   if (lineRefused_) return 0;
   notePlace();
-  return show(QObject::tr("Arquivo INCONSISTENTE! ") + "FEOF");
+  return show(text);
 }
 
 void SExtFormats::notePlace() {
