@@ -14,10 +14,10 @@ namespace {
 
 constexpr float kLowestImpedance = -1.0f;
 
-PlaneResult judged(int count, int expected, double x, double y) {
+PlaneResult judged(int count, int expected, double x, double y, float z) {
   if (count <= 0) return PlaneResult::noNumber;
-  return count == expected && std::isfinite(x) && std::isfinite(y) ? PlaneResult::found
-                                                                   : PlaneResult::malformed;
+  const bool good = count == expected && std::isfinite(x) && std::isfinite(y) && std::isfinite(z);
+  return good ? PlaneResult::found : PlaneResult::malformed;
 }
 
 }  // namespace
@@ -48,6 +48,9 @@ bool parseNetworkRecord(std::string_view text, NetworkRecord& record) {
   if (scan.readAll(identifier, record.impedancePositive, record.impedanceNegative, record.demand) < 4) {
     return false;
   }
+  for (const float value : {record.impedancePositive, record.impedanceNegative, record.demand}) {
+    if (!std::isfinite(value)) return false;
+  }
   record.impedancePositive = std::max(record.impedancePositive, kLowestImpedance);
   record.impedanceNegative = std::max(record.impedanceNegative, kLowestImpedance);
   return true;
@@ -56,12 +59,12 @@ bool parseNetworkRecord(std::string_view text, NetworkRecord& record) {
 PlaneResult parsePlanePair(std::string_view text, double& x, double& y) {
   float z = 0.0f;
   const int count = scanReals(text, &x, &y, &z);
-  return judged(count, 2, x, y);
+  return judged(count, 2, x, y, z);
 }
 
 PlaneResult parsePlaneSample(std::string_view text, double& x, double& y, float& z) {
   const int count = scanReals(text, &x, &y, &z);
-  return judged(count, 3, x, y);
+  return judged(count, 3, x, y, z);
 }
 
 bool parseReal(std::string_view text, double& value) {

@@ -25,7 +25,7 @@ struct NetworkRecord {
   float demand = 0.0f;
 };
 
-// False when it doesn't have an identifier and three values. Impedances below -1 become -1.
+// False when it doesn't have an identifier and three finite values. Impedances below -1 become -1.
 bool parseNetworkRecord(std::string_view text, NetworkRecord& record);
 
 // A plane coordinate pair: of a line's record, which holds two numbers, or of a sample's, with a height as

@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QObject>
+#include <cmath>
 #include <cstring>
 
 #include "base/number_text.h"
@@ -78,7 +79,7 @@ bool IEAsc::SampleImport::readHeight(float& height) {
     return malformed();
   }
   const bool number = handler_.readWordIntoLine() && kaldex::TextScan(handler_.line).readAll(height) == 1;
-  return number || malformed();
+  return (number && std::isfinite(height)) || malformed();
 }
 
 bool IEAsc::SampleImport::readLinePoints(bool& empty, kaldex::ProgressScope& progress) {
@@ -154,7 +155,7 @@ bool IEAsc::SampleImport::readGeographicPoints(kaldex::ProgressScope& progress) 
   Point point;
   float height = 0.0f;
   while (handler_.readLatLong(transfer_, point, height) != 0) {
-    if (height > static_cast<float>(kUnsetLimit)) return malformed();
+    if (!std::isfinite(height) || height > static_cast<float>(kUnsetLimit)) return malformed();
     const double pair[2] = {point.x, point.y};
     if (!insertPoint(pair, height) || !nextLine(progress)) return false;
   }
