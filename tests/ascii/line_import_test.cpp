@@ -122,6 +122,14 @@ TEST_F(AsciiImport, VectorsMustSuitTheLayer) {
   EXPECT_EQ(import(numeric, vectorSamples, "LINES\n1 2\n3 4\nEND\nEND"), 1);
   EXPECT_EQ(numeric->vector(vectorSamples)->FirstLine()->Type(), lineBreak);
 
+  // A vector that was never made is one of lines, and takes none.
+  Vector unmade;
+  EXPECT_EQ(handler(thematic)->ExportLines(&unmade, 0), 1);
+  EXPECT_EQ(handler(thematic)->ExportPolygons(&unmade, 1), 1);
+  EXPECT_EQ(messages.take(), "");
+  write("file.txt", "LINES\n1 2\n3 4\nEND\nEND\n");
+  EXPECT_EQ(handler(thematic)->ImportLines(&unmade, nullptr), 0);
+
   Vector other;
   QString folderName = folder();
   ASSERT_EQ(other.Init(project->projection(), Box(0, 0, 9, 9), 8, 4, folderName, "other"), 1);

@@ -77,103 +77,104 @@ int Vector::Init(SProjection* projection, const Box& box, short representation, 
 }
 
 Line* Vector::FirstLine() {
-  return store_->firstLine();
+  return store_ != nullptr ? store_->firstLine() : nullptr;
 }
 Line* Vector::NextLine() {
-  return store_->nextLine();
+  return store_ != nullptr ? store_->nextLine() : nullptr;
 }
 SPolygon* Vector::FirstPolygon() {
-  return store_->firstPolygon();
+  return store_ != nullptr ? store_->firstPolygon() : nullptr;
 }
 SPolygon* Vector::NextPolygon() {
-  return store_->nextPolygon();
+  return store_ != nullptr ? store_->nextPolygon() : nullptr;
 }
 Point2d* Vector::FirstPoint2d() {
-  return store_->firstPoint();
+  return store_ != nullptr ? store_->firstPoint() : nullptr;
 }
 Point2d* Vector::NextPoint2d() {
-  return store_->nextPoint();
+  return store_ != nullptr ? store_->nextPoint() : nullptr;
 }
 Point3d* Vector::FirstPoint3d() {
-  return store_->firstSample();
+  return store_ != nullptr ? store_->firstSample() : nullptr;
 }
 Point3d* Vector::NextPoint3d() {
-  return store_->nextSample();
+  return store_ != nullptr ? store_->nextSample() : nullptr;
 }
 Anchor* Vector::FirstAnchor() {
-  return store_->firstAnchor();
+  return store_ != nullptr ? store_->firstAnchor() : nullptr;
 }
 Anchor* Vector::NextAnchor() {
-  return store_->nextAnchor();
+  return store_ != nullptr ? store_->nextAnchor() : nullptr;
 }
 
 Line* Vector::GetLine(int id) {
-  return store_->line(id);
+  return store_ != nullptr ? store_->line(id) : nullptr;
 }
 SPolygon* Vector::GetPolygon(int id) {
-  return store_->polygonAt(id);
+  return store_ != nullptr ? store_->polygonAt(id) : nullptr;
 }
 Point2d* Vector::GetPoint2d(int id) {
-  return store_->point(id);
+  return store_ != nullptr ? store_->point(id) : nullptr;
 }
 Anchor* Vector::GetAnchor(int id) {
-  return store_->anchor(id);
+  return store_ != nullptr ? store_->anchor(id) : nullptr;
 }
 
 int Vector::Insert(Line& line, int) {
-  return store_->adopt(line) ? 1 : 0;
+  return store_ != nullptr && store_->adopt(line) ? 1 : 0;
 }
 int Vector::Insert(SPolygon& polygon) {
-  return store_->adopt(polygon) ? 1 : 0;
+  return store_ != nullptr && store_->adopt(polygon) ? 1 : 0;
 }
 int Vector::Insert(Point2d& point) {
-  return store_->insert(point) ? 1 : 0;
+  return store_ != nullptr && store_->insert(point) ? 1 : 0;
 }
 int Vector::Insert(Point3d& point, short) {
-  return store_->insert(point) ? 1 : 0;
+  return store_ != nullptr && store_->insert(point) ? 1 : 0;
 }
 int Vector::Insert(Anchor& anchor) {
-  return store_->insert(anchor) ? 1 : 0;
+  return store_ != nullptr && store_->insert(anchor) ? 1 : 0;
 }
 
 void Vector::KeepFilesOpen(short keep) {
+  if (store_ == nullptr) return;
   store_->keepFilesOpen = keep;
   if (keep == 0) store_->releaseCursors();
 }
 short Vector::KeepsFilesOpen() const {
-  return store_->keepFilesOpen;
+  return store_ != nullptr ? store_->keepFilesOpen : short(0);
 }
 void Vector::KeepOnMemory(short keep) {
-  store_->keepOnMemory = keep != 0;
+  if (store_ != nullptr) store_->keepOnMemory = keep != 0;
 }
 bool Vector::PolygonsInMemory() const {
-  return store_->keepOnMemory;
+  return store_ != nullptr && store_->keepOnMemory;
 }
 Box Vector::BoundingBox() const {
   return infoOf(store_).box;
 }
 Box Vector::dataExtent() {
-  return store_->extent();
+  return store_ != nullptr ? store_->extent() : Box::inverted();
 }
 
 long long Vector::lineCount() {
-  return store_->lineCount();
+  return store_ != nullptr ? store_->lineCount() : 0;
 }
 long long Vector::polygonCount() {
-  return store_->polygonCount();
+  return store_ != nullptr ? store_->polygonCount() : 0;
 }
 long long Vector::point2dCount() {
-  return store_->pointCount();
+  return store_ != nullptr ? store_->pointCount() : 0;
 }
 long long Vector::point3dCount() {
-  return store_->sampleCount();
+  return store_ != nullptr ? store_->sampleCount() : 0;
 }
 long long Vector::anchorCount() {
-  return store_->anchorCount();
+  return store_ != nullptr ? store_->anchorCount() : 0;
 }
 
 void Vector::flush() {
-  store_->flush();
+  if (store_ != nullptr) store_->flush();
 }
 
 short Vector::representation() const {

@@ -84,6 +84,7 @@ Borrowed<SPolygon> borrowPolygon(kaldex::VectorStore& store, int id) {
 }  // namespace
 
 int Vector::Lines(const Box& box, LineList& list, double, double) {
+  if (store_ == nullptr) return list.Size();
   for (std::int64_t id : store_->lineCandidates(box)) {
     Line* line = store_->line(static_cast<int>(id));
     if (line != nullptr && line->box.intersects(box)) list.Append(line);
@@ -93,6 +94,7 @@ int Vector::Lines(const Box& box, LineList& list, double, double) {
 
 Line* Vector::FindLine(const Point& point, int* segment, float tolerance, float tolerance2, int* vertex,
                        Point* nearest, double, double) {
+  if (store_ == nullptr) return nullptr;
   const double reach = std::max({static_cast<double>(tolerance), static_cast<double>(tolerance2), 0.0});
   NearestPlace best;
   int bestId = 0;
@@ -113,6 +115,7 @@ Line* Vector::FindLine(const Point& point, int* segment, float tolerance, float 
 }
 
 Line* Vector::FindLine(const Point& from, const Point& to) {
+  if (store_ == nullptr) return nullptr;
   const double factor = projection() != nullptr ? projection()->MeterToDegreeMultFactor() : 1.0;
   const double reach = 0.5 * factor;
   double best = std::numeric_limits<double>::infinity();
@@ -135,6 +138,7 @@ Line* Vector::FindLine(const Point& from, const Point& to) {
 }
 
 SPolygon* Vector::FindPolygon(const Point& point, double, double) {
+  if (store_ == nullptr) return nullptr;
   int borderId = 0;
   int innermost = 0;
   double smallest = std::numeric_limits<double>::infinity();
@@ -157,6 +161,7 @@ SPolygon* Vector::FindPolygon(const Point& point, double, double) {
 }
 
 Point2d* Vector::FindPoint2d(const Point& point, float tolerance) {
+  if (store_ == nullptr) return nullptr;
   const double reach = std::max(static_cast<double>(tolerance), 0.0);
   double best = std::numeric_limits<double>::infinity();
   Point2d found;
@@ -172,6 +177,7 @@ Point2d* Vector::FindPoint2d(const Point& point, float tolerance) {
 }
 
 Point2d* Vector::FindNode(const Point& point, float tolerance) {
+  if (store_ == nullptr) return nullptr;
   if (Point2d* stored = FindPoint2d(point, tolerance)) return stored;
   const double reach = std::max(static_cast<double>(tolerance), 0.0);
   double best = std::numeric_limits<double>::infinity();
@@ -198,6 +204,7 @@ Point2d* Vector::FindNode(const Point& point, float tolerance) {
 
 int Vector::Anchors(const Box& box, AnchorList& list, short wantPoints, short wantLines, short wantPolygons,
                     double, double) {
+  if (store_ == nullptr) return list.Size();
   for (std::int64_t id : store_->anchorCandidates(box)) {
     std::unique_ptr<Anchor> anchor(store_->anchor(static_cast<int>(id)));
     if (anchor == nullptr) continue;
@@ -226,6 +233,7 @@ int Vector::Anchors(const Box& box, AnchorList& list, short wantPoints, short wa
 }
 
 Anchor* Vector::FindAnchors(const Point& point, float tolerance, double, double) {
+  if (store_ == nullptr) return nullptr;
   const double reach = std::max(static_cast<double>(tolerance), 0.0);
   double best = std::numeric_limits<double>::infinity();
   int bestId = 0;
