@@ -4,23 +4,21 @@
 
 namespace kaldex {
 
-int readWord(FILE* file, char* buffer, std::size_t capacity) {
+int readWord(FILE* file, char* buffer, std::size_t capacity, std::size_t* length) {
   int character = getc_unlocked(file);
   while (isBlankCharacter(character)) character = getc_unlocked(file);
   if (character == EOF) return EOF;
 
   const std::size_t limit = capacity - 1;
-  std::size_t length = 0;
+  std::size_t taken = 0;
   while (character != EOF && !isBlankCharacter(character)) {
-    buffer[length++] = static_cast<char>(character);
-    if (length == limit) {
-      buffer[length] = 0;
-      return 1;
-    }
+    buffer[taken++] = static_cast<char>(character);
+    if (taken == limit) break;
     character = getc_unlocked(file);
   }
-  buffer[length] = 0;
-  if (character != EOF) std::ungetc(character, file);
+  buffer[taken] = 0;
+  if (taken < limit && character != EOF) std::ungetc(character, file);
+  if (length != nullptr) *length = taken;
   return 1;
 }
 

@@ -77,6 +77,17 @@ TEST_F(FrameFixture, BlanksStandBehindALine) {
     EXPECT_TRUE(blankBehind()) << handler->line;
   }
   handler->FileClose();
+
+  // A word may hold zeros, behind which no string function looks.
+  handler = handlerFor("x\n" + QByteArray("a\0", 2) + QByteArray(300, 'b') + "\nshort\n");
+  ASSERT_TRUE(handler->openFile("r"));
+  EXPECT_EQ(handler->LerLinha(), 1);
+  ASSERT_TRUE(handler->readWordIntoLine());
+  handler->clearLine();
+  EXPECT_EQ(handler->LerLinha(), 1);
+  EXPECT_STREQ(handler->line, "short");
+  EXPECT_TRUE(blankBehind());
+  handler->FileClose();
 }
 
 TEST_F(FrameFixture, OverlongLinesAreRefusedOnce) {

@@ -97,8 +97,9 @@ int SExtFormats::refuseLongLine() {
 }
 
 bool SExtFormats::readWordIntoLine() {
-  if (file == nullptr || kaldex::readWord(file, line, kLineCapacity) == EOF) return false;
-  lineDirty_ = std::max(lineDirty_, std::strlen(line) + 1);
+  std::size_t length = 0;
+  if (file == nullptr || kaldex::readWord(file, line, kLineCapacity, &length) == EOF) return false;
+  lineDirty_ = std::max(lineDirty_, length + 1);
   return true;
 }
 
