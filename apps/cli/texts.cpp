@@ -56,6 +56,7 @@ constexpr Word kChoices[] = {
     {"prj", QT_TRANSLATE_NOOP("kaldex", "arquivo .prj")},
     {"header", QT_TRANSLATE_NOOP("kaldex", "cabeçalho do arquivo")},
     {"project", QT_TRANSLATE_NOOP("kaldex", "a do projeto")},
+    {"layer", QT_TRANSLATE_NOOP("kaldex", "a do plano")},
     {"unknown", QT_TRANSLATE_NOOP("kaldex", "nada a indica; coordenadas tomadas como estão")},
     {"coords", QT_TRANSLATE_NOOP("kaldex", "pelas coordenadas pedidas")},
 };

@@ -132,12 +132,12 @@ void ShapeExport::report(bool withProjection) {
   }
   if (withProjection) report->files.append(QFile::decodeName((base_ + ".prj").c_str()));
   if (withProjection) {
-    report->projection =
-        coordinates_.isDegrees()
-            ? JobReport::Choice{vector().projection()->datum().name(), QObject::tr("graus decimais")}
-            : JobReport::Choice{vector().projection()->name(), QObject::tr("a da camada")};
+    const SProjection& projection = *vector().projection();
+    report->projection = coordinates_.isDegrees()
+                             ? JobReport::Choice{projection.datum().name(), QStringLiteral("coords")}
+                             : JobReport::Choice{projection.name(), QStringLiteral("layer")};
   }
-  report->encoding = {QStringLiteral("ISO-8859-1"), QObject::tr("a das tabelas deste sistema")};
+  report->encoding = {QStringLiteral("ISO-8859-1"), QStringLiteral("format")};
   if (coordinates_.hasFailed()) {
     report->note(QObject::tr("Há coordenadas sem correspondente geográfico; ficaram indefinidas"));
   }
