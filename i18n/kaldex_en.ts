@@ -433,18 +433,6 @@
         <translation>The file would exceed 4 GB, the limit of the format</translation>
     </message>
     <message>
-        <source>graus decimais</source>
-        <translation>decimal degrees</translation>
-    </message>
-    <message>
-        <source>a da camada</source>
-        <translation>the layer&apos;s own</translation>
-    </message>
-    <message>
-        <source>a das tabelas deste sistema</source>
-        <translation>that of this system&apos;s tables</translation>
-    </message>
-    <message>
         <source>Há coordenadas sem correspondente geográfico; ficaram indefinidas</source>
         <translation>Some coordinates have no geographic counterpart; they were left undefined</translation>
     </message>
@@ -1533,6 +1521,26 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
     <message>
         <source>O plano %1 não tem nada que se exporte como %2.</source>
         <translation>Layer %1 has nothing that can be exported as %2.</translation>
+    </message>
+    <message>
+        <source>%1 é uma pasta; espera-se o nome de um arquivo.</source>
+        <translation>%1 is a folder; the name of a file is expected.</translation>
+    </message>
+    <message>
+        <source>%1 é o que se lê aqui, e não pode ser o destino.</source>
+        <translation>%1 is what is read here, and cannot be the target.</translation>
+    </message>
+    <message>
+        <source>kaldex: o que se ia mostrar não pôde ser escrito</source>
+        <translation>kaldex: what was to be shown could not be written</translation>
+    </message>
+    <message>
+        <source>não pode ser vazio</source>
+        <translation>must not be empty</translation>
+    </message>
+    <message>
+        <source>a do plano</source>
+        <translation>the layer&apos;s own</translation>
     </message>
 </context>
 </TS>

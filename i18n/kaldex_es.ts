@@ -433,18 +433,6 @@
         <translation>El archivo pasaría de 4 GB, el límite del formato</translation>
     </message>
     <message>
-        <source>graus decimais</source>
-        <translation>grados decimales</translation>
-    </message>
-    <message>
-        <source>a da camada</source>
-        <translation>la de la capa</translation>
-    </message>
-    <message>
-        <source>a das tabelas deste sistema</source>
-        <translation>la de las tablas de este sistema</translation>
-    </message>
-    <message>
         <source>Há coordenadas sem correspondente geográfico; ficaram indefinidas</source>
         <translation>Hay coordenadas sin correspondiente geográfico; quedaron indefinidas</translation>
     </message>
@@ -1533,6 +1521,26 @@ Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregun
     <message>
         <source>O plano %1 não tem nada que se exporte como %2.</source>
         <translation>La capa %1 no tiene nada que se pueda exportar como %2.</translation>
+    </message>
+    <message>
+        <source>%1 é uma pasta; espera-se o nome de um arquivo.</source>
+        <translation>%1 es una carpeta; se espera el nombre de un archivo.</translation>
+    </message>
+    <message>
+        <source>%1 é o que se lê aqui, e não pode ser o destino.</source>
+        <translation>%1 es lo que se lee aquí, y no puede ser el destino.</translation>
+    </message>
+    <message>
+        <source>kaldex: o que se ia mostrar não pôde ser escrito</source>
+        <translation>kaldex: no se pudo escribir lo que se iba a mostrar</translation>
+    </message>
+    <message>
+        <source>não pode ser vazio</source>
+        <translation>no puede estar vacío</translation>
+    </message>
+    <message>
+        <source>a do plano</source>
+        <translation>la de la capa</translation>
     </message>
 </context>
 </TS>

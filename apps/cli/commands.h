@@ -19,8 +19,10 @@ int runDraw(const Options& options);
 Result importFile(Job& job, const Options& options, DataBase& dataBase, bool tellMade = true);
 Result exportLayer(Job& job, const Options& options, DataBase& dataBase);
 
-/// Print an error of a command that makes no report.
-int failPlainly(const QString& why);
+/// How a command that makes no report ends: as an object with "--json". `messages` go to standard error, too.
+void tellResult(const Options& options, Result result, const QStringList& messages, const QStringList& files);
+/// Tell an error of such a command.
+int failPlainly(const Options& options, const QString& why);
 
 }  // namespace kaldex::cli
 

@@ -65,7 +65,13 @@ bool Conversion::chooseFormats() {
     job_.fail(Say::tr("O nome %1 não diz em que formato escrever.").arg(options_.output));
     return false;
   }
-  if (!options_.overwrite && Delivery(options_.output, dataBase ? QStringList() : to_->companions).exists()) {
+  const Delivery delivery(options_.output, dataBase ? QStringList() : to_->companions);
+  const QString objection = delivery.objection({options_.file});
+  if (!objection.isEmpty()) {
+    job_.fail(objection);
+    return false;
+  }
+  if (!options_.overwrite && delivery.exists()) {
     job_.fail(Say::tr("%1 já existe; use --overwrite.").arg(options_.output));
     return false;
   }

@@ -1,5 +1,7 @@
 #include "cli/delivery.h"
 
+#include <sys/stat.h>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -24,13 +26,23 @@ bool copyInto(QFile& from, QFile& to) {
   return to.flush();
 }
 
+// By what the names lead to: links and other ways to write a path are the same file.
+bool isSameFile(const QString& one, const QString& other) {
+  struct stat first {
+  }, second{};
+  return stat(QFile::encodeName(one).constData(), &first) == 0 &&
+         stat(QFile::encodeName(other).constData(), &second) == 0 && first.st_dev == second.st_dev &&
+         first.st_ino == second.st_ino;
+}
+
 bool rename(const QString& from, const QString& to) {
   return std::rename(QFile::encodeName(from).constData(), QFile::encodeName(to).constData()) == 0;
 }
 
 }  // namespace
 
-Delivery::Delivery(const QString& target, const QStringList& companions) : companions_(companions) {
+Delivery::Delivery(const QString& target, const QStringList& companions)
+    : given_(target), companions_(companions) {
   // A link stays one: what it leads to is replaced.
   const QFileInfo given(target);
   const QFileInfo info(given.isSymLink() && given.isFile() ? given.canonicalFilePath() : target);
@@ -41,6 +53,20 @@ Delivery::Delivery(const QString& target, const QStringList& companions) : compa
   const QString& main = companions_.first();
   ending_ = main;
   if (base_.endsWith(main, Qt::CaseInsensitive)) base_.chop(main.size());
+}
+
+QString Delivery::objection(const QStringList& sources) const {
+  const QString folder = Say::tr("%1 é uma pasta; espera-se o nome de um arquivo.");
+  if (given_.endsWith(QLatin1Char('/')) || QFileInfo(given_).isDir()) return folder.arg(given_);
+  for (const QString& name : names(base_)) {
+    const QString path = finalPath(name);
+    if (QFileInfo(path).isDir()) return folder.arg(path);
+    for (const QString& source : sources) {
+      if (isSameFile(source, path))
+        return Say::tr("%1 é o que se lê aqui, e não pode ser o destino.").arg(path);
+    }
+  }
+  return QString();
 }
 
 QString Delivery::finalPath(const QString& name) const {
@@ -104,7 +130,9 @@ bool Delivery::setAside(QString& trouble) {
   const QString old = work_->filePath(QLatin1String(kOld));
   for (const QString& name : names(base_)) {
     if (!QFileInfo::exists(finalPath(name))) continue;
-    if (!QDir().mkpath(old) || !rename(finalPath(name), QDir(old).filePath(name))) {
+    // A folder would take all that it holds with it.
+    if (QFileInfo(finalPath(name)).isDir() || !QDir().mkpath(old) ||
+        !rename(finalPath(name), QDir(old).filePath(name))) {
       trouble = Say::tr("Não foi possível substituir %1.").arg(finalPath(name));
       return false;
     }

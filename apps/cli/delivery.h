@@ -17,6 +17,9 @@ class Delivery {
   /// `target` (which may lack it); empty for a single file.
   Delivery(const QString& target, const QStringList& companions);
 
+  /// Why nothing may ever be written there: a folder has the name, or one of `sources`, the files that the
+  /// work reads; empty when it may.
+  QString objection(const QStringList& sources) const;
   /// Whether a file is there already.
   bool exists() const;
   /// Make the folder; with `append` the existing file is copied into it first. False: `trouble` says why.
@@ -38,6 +41,7 @@ class Delivery {
   void putBack();
   bool copyToDevice(QString& trouble) const;
 
+  QString given_;  ///< the target as it was named
   QString folder_;
   QString base_;    ///< the file's name, without its ending where there are companions
   QString ending_;  ///< as it is to be written

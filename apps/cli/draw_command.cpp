@@ -1,16 +1,13 @@
 #include <QBuffer>
-#include <QFileInfo>
+#include <QFile>
 #include <QImage>
 #include <QPainter>
-#include <QSaveFile>
-#include <cstdio>
 #include <memory>
 
-#include "base/disk_room.h"
 #include "cli/commands.h"
 #include "cli/database_access.h"
+#include "cli/delivery.h"
 #include "cli/interrupt.h"
-#include "cli/json_writer.h"
 #include "cli/map_frame.h"
 #include "cli/map_painter.h"
 #include "cli/texts.h"
@@ -54,47 +51,47 @@ bool paint(DataBase& dataBase, const Place& place, const std::vector<InfoLayer*>
   return whole;
 }
 
-// Why the image could not be saved, or an empty text.
-QString save(const QImage& image, const QString& path) {
+bool write(const QImage& image, const QString& path) {
   // Made in memory: the library of the format would print its own words about a file that can't be written.
   QBuffer made;
-  QSaveFile file(path);
-  // A commit does not notice that its own flush failed.
-  const bool written = made.open(QIODevice::WriteOnly) && image.save(&made, "PNG") &&
-                       file.open(QIODevice::WriteOnly) && file.write(made.data()) == made.size() &&
-                       file.flush();
-  const QString folder = QFileInfo(path).path();
-  const bool full = !written && isDiskFull(folder);
-  if (written && file.commit()) return QString();
-  const QString trouble = Say::tr("Não foi possível gravar %1.").arg(path);
-  return full ? trouble + ' ' + Say::tr("O disco de %1 está cheio.").arg(folder) : trouble;
+  QFile file(path);
+  return made.open(QIODevice::WriteOnly) && image.save(&made, "PNG") && file.open(QIODevice::WriteOnly) &&
+         file.write(made.data()) == made.size() && file.flush();
+}
+
+// Why the image could not be saved, or an empty text.
+QString save(const QImage& image, const QString& path) {
+  Delivery delivery(path, {});
+  QString trouble;
+  if (!delivery.begin(false, trouble)) return trouble;
+  if (!write(image, delivery.workPath()))
+    return (Say::tr("Não foi possível gravar %1.").arg(path) + ' ' + delivery.shortage()).trimmed();
+  return delivery.finish(trouble) ? QString() : trouble;
+}
+
+// Why the picture may not go there, or an empty text.
+QString objectionTo(const Options& options) {
+  const Delivery delivery(options.output, {});
+  const QString objection = delivery.objection({options.dataBase});
+  if (!objection.isEmpty() || options.overwrite || !delivery.exists()) return objection;
+  return Say::tr("%1 já existe; use --overwrite.").arg(options.output);
 }
 
 int tellDone(const Options& options) {
-  if (options.json) {
-    JsonWriter json;
-    json.beginObject();
-    json.member("result", QStringLiteral("done"));
-    json.key("files");
-    json.list({options.output});
-    json.endObject();
-    std::fputs(json.take().constData(), stdout);
-  } else if (!options.quiet) {
-    printLine(stdout, Say::tr("Mapa desenhado: %1").arg(options.output));
-  }
+  tellResult(options, Result::done, {}, {options.output});
+  if (!options.json && !options.quiet) printLine(stdout, Say::tr("Mapa desenhado: %1").arg(options.output));
   return kExitDone;
 }
 
 }  // namespace
 
 int runDraw(const Options& options) {
-  if (QFileInfo::exists(options.output) && !options.overwrite)
-    return failPlainly(Say::tr("%1 já existe; use --overwrite.").arg(options.output));
-  QString trouble;
+  QString trouble = objectionTo(options);
+  if (!trouble.isEmpty()) return failPlainly(options, trouble);
   const std::unique_ptr<DataBase> dataBase = openDataBase(options.dataBase, trouble);
-  if (dataBase == nullptr) return failPlainly(trouble);
+  if (dataBase == nullptr) return failPlainly(options, trouble);
   const Place place = findPlace(*dataBase, PlaceNames(options.place), trouble);
-  if (!trouble.isEmpty()) return failPlainly(trouble);
+  if (!trouble.isEmpty()) return failPlainly(options, trouble);
 
   std::vector<InfoLayer*> layers;
   if (place.layer != nullptr) {
@@ -102,12 +99,16 @@ int runDraw(const Options& options) {
   } else {
     for (InfoLayer* const layer : dataBase->layers(*place.project)) layers.push_back(layer);
   }
-  if (layers.empty()) return failPlainly(Say::tr("O projeto %1 não tem planos.").arg(place.project->name));
+  if (layers.empty())
+    return failPlainly(options, Say::tr("O projeto %1 não tem planos.").arg(place.project->name));
   QImage image(options.size, QImage::Format_ARGB32_Premultiplied);
-  if (image.isNull()) return failPlainly(Say::tr("Falta memória."));
-  if (!paint(*dataBase, place, layers, image)) return kExitCancelled;
+  if (image.isNull()) return failPlainly(options, Say::tr("Falta memória."));
+  if (!paint(*dataBase, place, layers, image)) {
+    tellResult(options, Result::cancelled, {}, {});
+    return kExitCancelled;
+  }
   trouble = save(image, options.output);
-  return trouble.isEmpty() ? tellDone(options) : failPlainly(trouble);
+  return trouble.isEmpty() ? tellDone(options) : failPlainly(options, trouble);
 }
 
 }  // namespace kaldex::cli

@@ -10,11 +10,15 @@ namespace kaldex::cli {
 
 int runInfo(const Options& options) {
   if (!QFileInfo::exists(options.dataBase))
-    return failPlainly(Say::tr("Não há arquivo %1.").arg(options.dataBase));
+    return failPlainly(options, Say::tr("Não há arquivo %1.").arg(options.dataBase));
+  const QFileInfo file(options.dataBase);
+  if (!file.isFile() || !file.isReadable())
+    return failPlainly(options, Say::tr("Não foi possível ler o arquivo %1.").arg(options.dataBase));
   const FileGuess guess = guessFile(options.dataBase);
   if (guess.format == FileFormat::geographicDatabase) return informOfDataBase(options, guess.description);
   if (!options.place.isEmpty())
     return failPlainly(
+        options,
         Say::tr("%1 não é um banco de dados geográfico: %2.").arg(options.dataBase, guess.description));
   switch (guess.format) {
     case FileFormat::shapefile:

@@ -105,9 +105,8 @@ int informOfDataBase(const Options& options, const QString& description) {
   QString trouble;
   const std::unique_ptr<DataBase> dataBase = openDataBase(options.dataBase, trouble);
   if (dataBase == nullptr) {
-    if (!options.place.isEmpty()) return failPlainly(trouble);
-    informOfOther(options, description);
-    return failPlainly(trouble);
+    if (options.place.isEmpty() && !options.json) informOfOther(options, description);
+    return failPlainly(options, trouble);
   }
   const PlaceNames names(options.place);
   if (options.place.isEmpty()) {
@@ -117,7 +116,7 @@ int informOfDataBase(const Options& options, const QString& description) {
     return kExitDone;
   }
   const Place place = findPlace(*dataBase, names, trouble);
-  if (!trouble.isEmpty()) return failPlainly(trouble);
+  if (!trouble.isEmpty()) return failPlainly(options, trouble);
   if (place.layer != nullptr) {
     informOfLayer(options, *dataBase, *place.layer);
   } else {

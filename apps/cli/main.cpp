@@ -1,9 +1,12 @@
+#include <fcntl.h>
 #include <langinfo.h>
+#include <unistd.h>
 
 #include <QGuiApplication>
 #include <QTemporaryDir>
 #include <QTextCodec>
 #include <clocale>
+#include <cstdio>
 #include <cstring>
 #include <memory>
 #include <optional>
@@ -53,6 +56,19 @@ void settleCodec() {
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
 }
 
+// The next file to be opened would take the place of a stream that the caller has closed, and what is printed
+// would end up in it.
+void openStandardStreams() {
+  for (const int stream : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+    if (fcntl(stream, F_GETFD) < 0) static_cast<void>(open("/dev/null", O_RDWR));
+  }
+}
+
+/// Whether what was printed has arrived.
+bool outputIsWhole() {
+  return std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+}
+
 int run(const Options& options, const Language& language) {
   switch (options.command) {
     case Command::init:
@@ -73,19 +89,29 @@ int run(const Options& options, const Language& language) {
   return kExitWrongUse;
 }
 
-int runAll(int argc, char** argv) {
-  const Application application(argc, argv);
-  QCoreApplication::setApplicationName(QStringLiteral("kaldex"));
-  settleCodec();
-  const Language language(languageOption(argc, argv));
-  Options options;
+int runCommand(int argc, char** argv, Options& options, const Language& language) {
   if (const std::optional<int> code = readOptions(argc, argv, options)) return *code;
   catchInterrupts();
   try {
     return run(options, language);
   } catch (...) {
-    return failPlainly(currentTrouble());
+    return failPlainly(options, currentTrouble());
   }
+}
+
+int runAll(int argc, char** argv) {
+  openStandardStreams();
+  const Application application(argc, argv);
+  QCoreApplication::setApplicationName(QStringLiteral("kaldex"));
+  settleCodec();
+  const Language language(languageOption(argc, argv));
+  Options options;
+  const int code = runCommand(argc, argv, options, language);
+  if (outputIsWhole()) return code;
+  printLine(stderr, Say::tr("kaldex: o que se ia mostrar não pôde ser escrito"));
+  // What was done is done, though nobody could be told; information was all that there was to do.
+  const bool onlyPrints = options.command == Command::info || options.command == Command::none;
+  return onlyPrints && code == kExitDone ? kExitFailed : code;
 }
 
 }  // namespace

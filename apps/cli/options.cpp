@@ -73,7 +73,12 @@ class CommandLine {
   }
   static void word(CLI::App& command, const char* name, std::string& target, const QString& description,
                    bool required = true) {
-    command.add_option(name, target, words(description))->required(required)->type_name("");
+    command.add_option(name, target, words(description))
+        ->required(required)
+        ->type_name("")
+        ->check([](const std::string& value) {
+          return value.empty() ? words(Say::tr("não pode ser vazio")) : std::string();
+        });
   }
 
   void take();

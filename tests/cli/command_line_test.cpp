@@ -40,6 +40,8 @@ TEST_F(CommandLineTest, WrongUseIsTwoAndChangesNothing) {
       {"export", "ascii", "lines", "base.gpkg", "p/l", "o.kdx", "--append", "--overwrite"},
       {"export", "ascii", "lines", "base.gpkg", "p/l", "o.kdx", "--by", "object"},
       {"draw", "base.gpkg", "p", "o.png", "--size", "10"},
+      {"draw", "base.gpkg", "p", ""},
+      {"init", ""},
       import + QStringList{"--box", "1,2,3"},
       import + QStringList{"--box", "1,2,3,x"},
       import + QStringList{"--box", "9,9,1,1"},
@@ -147,6 +149,43 @@ TEST_F(CommandLineTest, InfoTellsOfLayersAndFiles) {
   EXPECT_EQ(shape["columns"].toArray().size(), 2);
   write("words.txt", "Nothing that is known here.\n");
   EXPECT_FALSE(runJson({"info", "words.txt"}).json()["description"].toString().isEmpty());
+}
+
+TEST_F(CommandLineTest, FailuresAreObjectsToo) {
+  QDir(path(".")).mkdir("folder");
+  write("broken.gpkg", "SQLite format 3 or so");
+  for (const QStringList& words : QList<QStringList>{{"init", "base.gpkg"},
+                                                     {"init", "nowhere/b.gpkg"},
+                                                     {"info", "absent"},
+                                                     {"info", "folder"},
+                                                     {"info", "base.gpkg", "none"},
+                                                     {"info", "base.gpkg", "none/none"},
+                                                     {"draw", "base.gpkg", "none", "map.png"},
+                                                     {"draw", "broken.gpkg", "p", "map.png"},
+                                                     {"draw", "base.gpkg", "none", "nowhere/map.png"}}) {
+    const Outcome done = runJson(words, 1);
+    EXPECT_EQ(done.json()["result"].toString(), QString("failed")) << words.join(' ').toStdString();
+    EXPECT_EQ(done.json()["messages"].toArray().size(), 1) << words.join(' ').toStdString();
+  }
+}
+
+// A shell does what programs do to the command's streams.
+TEST_F(CommandLineTest, OutputThatIsLostIsToldAndClosedStreamsHoldNoFile) {
+  importAscii(kTwoLines);
+  const auto shell = [this](const QString& words, const QString& streams) {
+    QProcess process;
+    process.setWorkingDirectory(path("."));
+    process.start("sh", {"-c", QString("'%1' %2 %3").arg(KALDEX_COMMAND, words, streams)});
+    return finish(process);
+  };
+  EXPECT_EQ(shell("info base.gpkg", ">/dev/full").code, 1);
+  EXPECT_EQ(shell("--help", ">/dev/full").code, 1);
+  const Outcome made = shell("export ascii lines base.gpkg p/l full.kdx", ">/dev/full");
+  EXPECT_EQ(made.code, 0);
+  EXPECT_FALSE(made.err.isEmpty());
+  EXPECT_EQ(shell("export ascii lines base.gpkg p/l closed.kdx", ">&- 2>&- <&-").code, 0);
+  EXPECT_EQ(read("closed.kdx"), read("full.kdx"));
+  EXPECT_EQ(shell("info base.gpkg", ">&-").code, 0);
 }
 
 TEST_F(CommandLineTest, ConvertGoesThroughADatabaseThatNobodySees) {

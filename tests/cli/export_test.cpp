@@ -59,6 +59,9 @@ TEST_F(ExportTest, AShapefileIsMadeAndReplacedAsAWhole) {
   const QStringList lots{"shapefile", "polygons", "base.gpkg", "p/lots"};
   const Outcome made = exportAs(lots, "out/lots");
   EXPECT_EQ(made.json()["files"].toArray().size(), 5);
+  // Reasons are codes in any language.
+  EXPECT_EQ(made.json()["projection"].toObject()["reason"].toString(), QString("layer"));
+  EXPECT_EQ(made.json()["encoding"].toObject()["reason"].toString(), QString("format"));
   EXPECT_EQ(made.json()["written"].toObject()["polygons"].toInt(), 2);
   EXPECT_EQ(entries("out"), QStringList({"lots.cpg", "lots.dbf", "lots.prj", "lots.shp", "lots.shx"}));
   // Any of its files is in the way; and what the new one doesn't have would speak for the old one.
@@ -96,6 +99,54 @@ TEST_F(ExportTest, LinksAndRightsStay) {
   struct stat status {};
   ASSERT_EQ(stat(path("out/a.kdx").toLocal8Bit().constData(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777, 0600u);
+}
+
+// Whatever was asked: neither what is read nor a folder with all that it holds may be replaced.
+TEST_F(ExportTest, SourcesAndFoldersAreNeverReplaced) {
+  QDir(path(".")).mkpath("out/full.kdx");
+  QDir(path(".")).mkpath("out/lots.prj");
+  write("out/full.kdx/precious", "mine");
+  ASSERT_TRUE(QFile::link("../base.gpkg", path("out/link.kdx")));
+  ASSERT_TRUE(QFile::link("base.gpkg", path("base.dbf")));
+  const QByteArray base = read("base.gpkg");
+  const QByteArray parcels = read("lots.shp") + read("lots.dbf");
+  const QStringList lots{"export", "shapefile", "polygons", "base.gpkg", "p/lots"};
+  const QList<QStringList> wrong = {
+      QStringList{"export"} + lines_ + QStringList{"base.gpkg", "--overwrite"},
+      QStringList{"export"} + lines_ + QStringList{"out/../base.gpkg", "--append"},
+      QStringList{"export"} + lines_ + QStringList{"out/link.kdx", "--overwrite"},
+      QStringList{"export"} + lines_ + QStringList{"out/full.kdx", "--overwrite"},
+      QStringList{"export"} + lines_ + QStringList{"out/"},
+      lots + QStringList{"base.shp", "--overwrite"},
+      lots + QStringList{"out/lots.shp", "--overwrite"},
+      lots + QStringList{"."},
+      lots + QStringList{"out/"},
+      {"convert", "lots.shp", "./lots.shp", "--overwrite", "--yes"},
+      {"convert", "lots.dbf", "lots.shp", "--overwrite", "--yes"},
+      {"convert", "lots.shp", "out/full.kdx", "--overwrite", "--yes"},
+      {"draw", "base.gpkg", "p", "base.gpkg", "--overwrite"},
+      {"draw", "base.gpkg", "p", "out", "--overwrite"},
+  };
+  for (const QStringList& words : wrong) {
+    const Outcome done = runJson(words, 1);
+    EXPECT_EQ(done.json()["messages"].toArray().size(), 1) << words.join(' ').toStdString();
+    EXPECT_TRUE(read("base.gpkg") == base) << words.join(' ').toStdString();
+  }
+  EXPECT_TRUE(read("lots.shp") + read("lots.dbf") == parcels);
+  EXPECT_EQ(read("out/full.kdx/precious"), QByteArray("mine"));
+  EXPECT_EQ(entries("out"), QStringList({"full.kdx", "link.kdx", "lots.prj"}));
+}
+
+TEST_F(ExportTest, AMapGoesIntoADeviceAndDoesNotReplaceIt) {
+  ASSERT_EQ(mkfifo(path("out/pipe.png").toLocal8Bit().constData(), 0600), 0);
+  QProcess reader;
+  reader.start("cat", {path("out/pipe.png")});
+  EXPECT_EQ(run({"draw", "base.gpkg", "p", "out/pipe.png", "--overwrite", "--size", "64x64"}).code, 0);
+  ASSERT_TRUE(reader.waitForFinished(30000));
+  EXPECT_TRUE(reader.readAllStandardOutput().startsWith("\x89PNG"));
+  struct stat status {};
+  ASSERT_EQ(stat(path("out/pipe.png").toLocal8Bit().constData(), &status), 0);
+  EXPECT_TRUE(S_ISFIFO(status.st_mode));
 }
 
 TEST_F(ExportTest, CanGoToStandardOutput) {
