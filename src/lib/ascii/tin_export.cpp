@@ -19,7 +19,7 @@ constexpr int kHeightDecimals = 6;
 /// Writes the edges or the triangles of a surface as one section. The handler's file must be open.
 class IEAsc::TinExport {
  public:
-  TinExport(IEAsc& handler, Tin& tin) : handler_(handler), tin_(tin), writer_(handler) {}
+  TinExport(IEAsc& handler, Tin& tin) : tin_(tin), writer_(handler) {}
   ~TinExport();
 
   int exportEdges();
@@ -32,7 +32,6 @@ class IEAsc::TinExport {
   bool hasHeight(int node) const;
   void writeVertex(int node);
 
-  IEAsc& handler_;
   Tin& tin_;
   SectionWriter writer_;
   std::vector<double> places_;  ///< of the nodes, as they are printed
