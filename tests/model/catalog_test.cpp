@@ -4,6 +4,7 @@
 
 #include "kaldex/model/database.h"
 #include "kaldex/model/exception.h"
+#include "kaldex/model/projection_text.h"
 #include "kaldex/model/text.h"
 #include "support/model_fixture.h"
 
@@ -267,6 +268,20 @@ TEST_F(CatalogTest, VectorsLiveWithTheirLayer) {
   ASSERT_NE(plan->vector(vectorLines), nullptr);
   EXPECT_EQ(plan->vector(vectorLines)->lineCount(), 1);
   EXPECT_EQ(plan->vector(vectorSamples), nullptr);
+}
+
+TEST_F(CatalogTest, SystemsWhoseNumbersAlmostAgreeStayApart) {
+  // SIRGAS2000 has the ellipsoid GRS80, which is WGS84 but for the eleventh digit of the flattening.
+  const QStringList codes = {"EPSG:32723", "EPSG:31983"};
+  for (const QString& code : codes)
+    ASSERT_NE(dataBase->createProject(code, *projectionFromText(code, nullptr)), nullptr);
+  dataBase->commit();
+  reopen();
+  for (const QString& code : codes) {
+    const Project* const stored = dataBase->findProject(code);
+    ASSERT_NE(stored, nullptr);
+    EXPECT_EQ("EPSG:" + QString::number(projectionEpsgCode(*stored->projection())), code);
+  }
 }
 
 TEST_F(CatalogTest, EqualProjectionsAreStoredOnce) {

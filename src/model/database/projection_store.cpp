@@ -83,7 +83,10 @@ void ProjectionStore::load() {
 SProjection* ProjectionStore::findOrMake(const ProjectionParameters& parameters) {
   std::unique_ptr<SProjection> wanted = projectionFromParameters(parameters);
   for (const auto& projection : projections_) {
-    if (*projection == *wanted) return projection.get();
+    // Datums whose numbers are as good as equal (WGS84, SIRGAS2000) are two reference systems all the same: a
+    // project made in one must not come back in the other.
+    const bool sameDatum = projection->datum().name() == wanted->datum().name();
+    if (sameDatum && *projection == *wanted) return projection.get();
   }
   wanted->setIdentifier(insert(*wanted));
   projections_.push_back(std::move(wanted));
