@@ -6,7 +6,9 @@
 #include <unistd.h>
 
 #include <QFileInfo>
+#include <chrono>
 #include <csignal>
+#include <thread>
 
 #include "kaldex/model/exception.h"
 #include "kaldex/model/text.h"
@@ -535,6 +537,22 @@ TEST_F(DataBaseTest, AKilledProcessLeavesWhatWasCommitted) {
   EXPECT_EQ(dataBase->findObjectByLabel("committed", *lots, object), 1);
   EXPECT_EQ(dataBase->findObjectByLabel("lost", *lots, object), 0);
   EXPECT_EQ(attributesOf(object.id).size(), 5);
+}
+
+TEST_F(DataBaseTest, AChangeWaitsForAnotherWriter) {
+  makeAttributes();
+  dataBase->commit();
+  Peek other(path("base.gpkg"));
+  ASSERT_TRUE(other.run("BEGIN IMMEDIATE"));
+  std::thread release([&other] {
+    std::this_thread::sleep_for(std::chrono::milliseconds(200));
+    other.run("COMMIT");
+  });
+  EXPECT_NO_THROW({
+    newObject("late");
+    dataBase->commit();
+  });
+  release.join();
 }
 
 TEST_F(DataBaseTest, AReadOnlyFileCanBeRead) {

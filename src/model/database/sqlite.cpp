@@ -190,7 +190,9 @@ bool SqliteConnection::tableExists(const std::string& name) {
 }
 
 void SqliteConnection::begin() {
-  exec("BEGIN");
+  // Begun for a change: a transaction that reads before it writes is refused at once while another program
+  // writes, without the wait that the connection asks for. A read-only file has no lock to wait for.
+  exec(sqlite3_db_readonly(handle_, "main") == 1 ? "BEGIN" : "BEGIN IMMEDIATE");
   inTransaction_ = true;
 }
 
