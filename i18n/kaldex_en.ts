@@ -1542,5 +1542,9 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
         <source>a do plano</source>
         <translation>the layer&apos;s own</translation>
     </message>
+    <message>
+        <source>A seção %1 de %2 não pôde ser lida até o fim.</source>
+        <translation>The section %1 of %2 could not be read to its end.</translation>
+    </message>
 </context>
 </TS>

@@ -1542,5 +1542,9 @@ Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregun
         <source>a do plano</source>
         <translation>la de la capa</translation>
     </message>
+    <message>
+        <source>A seção %1 de %2 não pôde ser lida até o fim.</source>
+        <translation>La sección %1 de %2 no se pudo leer hasta el fin.</translation>
+    </message>
 </context>
 </TS>

@@ -69,7 +69,13 @@ int importFeatures(const ImportContext& context) {
   return result;
 }
 
+// An import ends without a word also where the file stops in some places of a section: that is there, then.
+QString unfinishedSection(const ImportContext& context, const QString& keyword) {
+  return Say::tr("A seção %1 de %2 não pôde ser lida até o fim.").arg(keyword, context.options.file);
+}
+
 QString noSection(const ImportContext& context, const QString& keyword) {
+  if (AsciiOutline(context.path).find(keyword) != nullptr) return unfinishedSection(context, keyword);
   return Say::tr("Não há seção %1 em %2.").arg(keyword, context.options.file);
 }
 
@@ -82,6 +88,10 @@ QString missingContours(const ImportContext& context) {
 }
 
 QString missingFeatures(const ImportContext& context) {
+  const AsciiOutline outline(context.path);
+  for (const QString& keyword : {text(lineKeyword(context.layer.model())), text(kContours)}) {
+    if (outline.find(keyword) != nullptr) return unfinishedSection(context, keyword);
+  }
   return Say::tr("Não há seção %1 nem %2 em %3.")
       .arg(text(lineKeyword(context.layer.model())), text(kContours), context.options.file);
 }

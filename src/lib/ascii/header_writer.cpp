@@ -15,6 +15,14 @@ QString angleText(double angle, short kind) {
   return Encode(angle, kind, text, true);
 }
 
+// A name is a part of a line: a line feed in it would make the rest of it a line of the header.
+QString oneLine(QString name) {
+  for (QChar& c : name) {
+    if (c == QLatin1Char('\n') || c == QLatin1Char('\r')) c = QLatin1Char(' ');
+  }
+  return name;
+}
+
 }  // namespace
 
 QString filledIn(QString pattern, const QStringList& values) {
@@ -52,9 +60,9 @@ void HeaderWriter::writeText(const QString& text) {
 }
 
 void HeaderWriter::writeComments() {
-  const QString project = project_ != nullptr ? project_->name : QString();
-  const QString layer = layer_ != nullptr ? layer_->name : QString();
-  const QString category = layer_ != nullptr ? layer_->GetCategoryName() : QString();
+  const QString project = oneLine(project_ != nullptr ? project_->name : QString());
+  const QString layer = oneLine(layer_ != nullptr ? layer_->name : QString());
+  const QString category = oneLine(layer_ != nullptr ? layer_->GetCategoryName() : QString());
   const QString model = modelName(layer_ != nullptr ? layer_->model() : short(0));
   out_.append('\n');
   writeText(QObject::tr("//Arquivo ASCII gerado pelo Sistema KALDEX"));

@@ -55,6 +55,7 @@ struct FileCloser {
 }  // namespace
 
 RecordPlace placeOfRecord(const QByteArray& path, long long end) {
+  if (end < 0) return {};  // a pipe has no places, and opening it again would wait for a writer
   const std::unique_ptr<FILE, FileCloser> file(std::fopen(path.constData(), "r"));
   if (file == nullptr) return {};
   PlaceCounter counter;

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <limits>
 #include <map>
 
 #include "kaldex/model/database.h"
@@ -23,7 +25,8 @@ InfoLayer::InfoLayer(int id, const LayerDefinition& definition, Project& project
     : id(id),
       name(definition.name),
       box(definition.box),
-      scale(static_cast<float>(definition.scale)),
+      // No file or user may give a layer an infinite scale: it would be written to files as a word.
+      scale(static_cast<float>(std::min(definition.scale, double{std::numeric_limits<float>::max()}))),
       resolution(definition.resolution),
       category_(definition.category),
       project_(project),
