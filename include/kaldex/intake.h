@@ -49,7 +49,7 @@ class KALDEX_API TextIntake {
 };
 
 /// The formats that are known by their content.
-enum class FileFormat { unknown, ascii, shapefile, geographicDatabase };
+enum class FileFormat { unknown, ascii, shapefile, geographicDatabase, delimitedTable };
 
 /// What a file is, by its content. The description is for people.
 struct FileGuess {

@@ -1,6 +1,7 @@
 #include <QObject>
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <iterator>
 #include <string_view>
 
@@ -109,6 +110,8 @@ bool isTable(Bytes text) {
   return false;
 }
 
+constexpr char kTable[] = QT_TRANSLATE_NOOP("QObject", "tabela de texto delimitado");
+
 const char* textDescription(Bytes text) {
   if (isDxf(text)) return QT_TRANSLATE_NOOP("QObject", "desenho DXF");
   if (begins(text, "<?xml") || begins(text, "<kml")) {
@@ -117,8 +120,7 @@ const char* textDescription(Bytes text) {
   }
   if (begins(text, "{")) return QT_TRANSLATE_NOOP("QObject", "texto JSON");
   if (isAsciiGrid(text)) return QT_TRANSLATE_NOOP("QObject", "grade em texto");
-  return isTable(text) ? QT_TRANSLATE_NOOP("QObject", "tabela de texto delimitado")
-                       : QT_TRANSLATE_NOOP("QObject", "texto");
+  return isTable(text) ? kTable : QT_TRANSLATE_NOOP("QObject", "texto");
 }
 
 bool isTableFile(Bytes head) {
@@ -173,7 +175,9 @@ FileGuess guessFile(const QString& path) {
   if (hasSections(path)) return {FileFormat::ascii, QObject::tr("arquivo ASCII do KALDEX")};
   if (std::find(bytes.begin(), bytes.end(), '\0') != bytes.end())
     return {FileFormat::unknown, QObject::tr("dados binários")};
-  return {FileFormat::unknown, QObject::tr(textDescription(bytes))};
+  const char* const description = textDescription(bytes);
+  const bool table = std::strcmp(description, kTable) == 0;
+  return {table ? FileFormat::delimitedTable : FileFormat::unknown, QObject::tr(description)};
 }
 
 }  // namespace kaldex_v1
