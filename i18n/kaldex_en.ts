@@ -670,6 +670,66 @@
         <source>O .dbf tem %1 registros para %2 do .shp: os outros não foram importados.</source>
         <translation>The .dbf has %1 records for %2 of the .shp: the others were not imported.</translation>
     </message>
+    <message>
+        <source>Aspas ou linha sem fim, que começam na linha %1</source>
+        <translation>Quotes or a line without an end, which begin in line %1</translation>
+    </message>
+    <message>
+        <source>marca de ordem de bytes (BOM)</source>
+        <translation>byte-order mark (BOM)</translation>
+    </message>
+    <message>
+        <source>texto em UTF-16</source>
+        <translation>text in UTF-16</translation>
+    </message>
+    <message>
+        <source>retorno de carro (CR)</source>
+        <translation>carriage return (CR)</translation>
+    </message>
+    <message>
+        <source>caractere nulo (NUL)</source>
+        <translation>null character (NUL)</translation>
+    </message>
+    <message>
+        <source>separador dentro de um campo entre aspas</source>
+        <translation>separator inside a quoted field</translation>
+    </message>
+    <message>
+        <source>aspas que não se fecham na linha</source>
+        <translation>quotes that don&apos;t close in the line</translation>
+    </message>
+    <message>
+        <source>campo entre aspas, que ficariam no valor</source>
+        <translation>quoted field, whose quotes would stay in the value</translation>
+    </message>
+    <message>
+        <source>outro separador (, ; ou |) dentro de um campo</source>
+        <translation>another separator (, ; or |) inside a field</translation>
+    </message>
+    <message>
+        <source>número de campos diferente do cabeçalho</source>
+        <translation>number of fields other than the header&apos;s</translation>
+    </message>
+    <message>
+        <source>coluna sem nome</source>
+        <translation>column without a name</translation>
+    </message>
+    <message>
+        <source>nome de coluna repetido em 8 letras</source>
+        <translation>column name repeated in 8 letters</translation>
+    </message>
+    <message>
+        <source>registro sem chave</source>
+        <translation>record without a key</translation>
+    </message>
+    <message>
+        <source>primeiro campo vazio, que a leitura não vê</source>
+        <translation>empty first field, which reading doesn&apos;t see</translation>
+    </message>
+    <message>
+        <source>linha longa demais</source>
+        <translation>line too long</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
@@ -759,10 +819,6 @@
     <message>
         <source>Não há seção %1 em %2.</source>
         <translation>There is no section %1 in %2.</translation>
-    </message>
-    <message>
-        <source>Não há seção %1 nem %2 em %3.</source>
-        <translation>There is no section %1 nor %2 in %3.</translation>
     </message>
     <message>
         <source>O arquivo tem %1 seções %2; só a primeira (linha %3) é importada.</source>
@@ -987,10 +1043,6 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
         <translation>BEGINNING OF THE QUESTION=yes or =no; goes before --yes and --no; may be repeated</translation>
     </message>
     <message>
-        <source>Modelo do plano novo: thematic, numeric, network, cadastral, object</source>
-        <translation>Model of a new layer: thematic, numeric, network, cadastral, object</translation>
-    </message>
-    <message>
         <source>Categoria do plano novo; sem ela, o nome do plano</source>
         <translation>Category of a new layer; without it, the layer&apos;s name</translation>
     </message>
@@ -1047,14 +1099,6 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
         <translation>Import a file into a layer</translation>
     </message>
     <message>
-        <source>Formato: ascii, shapefile</source>
-        <translation>Format: ascii, shapefile</translation>
-    </message>
-    <message>
-        <source>O que importar: features (o que houver), lines, points, polygons, contours, samples</source>
-        <translation>What to import: features (whatever there is), lines, points, polygons, contours, samples</translation>
-    </message>
-    <message>
         <source>Arquivo de origem</source>
         <translation>Source file</translation>
     </message>
@@ -1063,16 +1107,8 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
         <translation>Database</translation>
     </message>
     <message>
-        <source>Projeto e plano; criados quando não existem</source>
-        <translation>Project and layer; created when they do not exist</translation>
-    </message>
-    <message>
         <source>Forma das coordenadas: planar, gms, deg, sec</source>
         <translation>Form of the coordinates: planar, gms, deg, sec</translation>
-    </message>
-    <message>
-        <source>Separador de campos</source>
-        <translation>Field separator</translation>
     </message>
     <message>
         <source>Lê e confere tudo, não guarda nada</source>
@@ -1095,10 +1131,6 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
     <message>
         <source>Exporta um plano para um arquivo</source>
         <translation>Export a layer to a file</translation>
-    </message>
-    <message>
-        <source>O que exportar: lines, polygons, points, contours, samples</source>
-        <translation>What to export: lines, polygons, points, contours, samples</translation>
     </message>
     <message>
         <source>Projeto e plano</source>
@@ -1541,6 +1573,172 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
     <message>
         <source>a do plano</source>
         <translation>the layer&apos;s own</translation>
+    </message>
+    <message>
+        <source>Linha %1, coluna %2: %3 (%4 no arquivo); resolvido numa cópia.</source>
+        <translation>Line %1, column %2: %3 (%4 in the file); mended in a copy.</translation>
+    </message>
+    <message>
+        <source>Limpeza: %1 campos mudados, %2 registros completados ou encurtados.</source>
+        <translation>Cleaning: %1 fields changed, %2 records completed or shortened.</translation>
+    </message>
+    <message>
+        <source>%1 campos têm aspas, que ficam no valor; --quoted as retira.</source>
+        <translation>%1 fields have quotes, which stay in the value; --quoted takes them off.</translation>
+    </message>
+    <message>
+        <source> (%1 no arquivo)</source>
+        <translation> (%1 in the file)</translation>
+    </message>
+    <message>
+        <source>Com --quoted o arquivo é limpo antes, numa cópia.</source>
+        <translation>With --quoted the file is cleaned first, in a copy.</translation>
+    </message>
+    <message>
+        <source>Não há em %1 restrições de direção entre linhas do plano.</source>
+        <translation>%1 has no turn restrictions between lines of the layer.</translation>
+    </message>
+    <message>
+        <source>Não há nenhuma destas seções em %1: %2</source>
+        <translation>There is none of these sections in %1: %2</translation>
+    </message>
+    <message>
+        <source>--types: não há coluna %1 em %2.</source>
+        <translation>--types: there is no column %1 in %2.</translation>
+    </message>
+    <message>
+        <source>--key: não há coluna %1 em %2.</source>
+        <translation>--key: there is no column %1 in %2.</translation>
+    </message>
+    <message>
+        <source>A categoria %1 tem %2 objetos, e %3 tem %4 registros.</source>
+        <translation>The category %1 has %2 objects, and %3 has %4 records.</translation>
+    </message>
+    <message>
+        <source>A tabela já tem a coluna %1; use update.</source>
+        <translation>The table has the column %1 already; use update.</translation>
+    </message>
+    <message>
+        <source>A tabela %1 não foi importada.</source>
+        <translation>The table %1 was not imported.</translation>
+    </message>
+    <message>
+        <source>A tabela da categoria %1 não foi atualizada: não existe, ou não aceita as colunas de %2.</source>
+        <translation>The table of the category %1 was not updated: it doesn&apos;t exist, or doesn&apos;t take the columns of %2.</translation>
+    </message>
+    <message>
+        <source>O nome do arquivo deve terminar em %1, para que a tabela tenha o seu.</source>
+        <translation>The file&apos;s name must end in %1, so that the table can have its own.</translation>
+    </message>
+    <message>
+        <source>O plano %1 é de modelo %2, que não tem classes nem objetos.</source>
+        <translation>The layer %1 is of model %2, which has neither classes nor objects.</translation>
+    </message>
+    <message>
+        <source>--types: espera-se COLUNA=integer, real, date, text ou text:TAMANHO em vez de %1</source>
+        <translation>--types: COLUMN=integer, real, date, text or text:SIZE is expected instead of %1</translation>
+    </message>
+    <message>
+        <source>Formato: %1</source>
+        <translation>Format: %1</translation>
+    </message>
+    <message>
+        <source>Modelo do plano novo: thematic, numeric, network, cadastral, object; de tabelas: nonspatial</source>
+        <translation>Model of the new layer: thematic, numeric, network, cadastral, object; of tables: nonspatial</translation>
+    </message>
+    <message>
+        <source>O que importar: features (o que houver), lines, points, polygons, contours, samples, labels, texts, turns; table; de um csv: table, append-columns, update, statistics, nonspatial</source>
+        <translation>What to import: features (whatever there is), lines, points, polygons, contours, samples, labels, texts, turns; table; of a csv: table, append-columns, update, statistics, nonspatial</translation>
+    </message>
+    <message>
+        <source>Projeto e plano, ou a categoria de uma tabela; criados quando não existem</source>
+        <translation>Project and layer, or the category of a table; made when they don&apos;t exist</translation>
+    </message>
+    <message>
+        <source>Separador de campos: um caractere, tab, ou none (nenhum)</source>
+        <translation>Field separator: one character, tab, or none</translation>
+    </message>
+    <message>
+        <source>Coluna (nome ou número) do csv que identifica os objetos; sem ela, o número do registro</source>
+        <translation>Column (name or number) of the csv that identifies the objects; without it, the record&apos;s number</translation>
+    </message>
+    <message>
+        <source>Tipos de colunas do csv: integer, real, date, text ou text:TAMANHO; sem eles, text</source>
+        <translation>Types of columns of the csv: integer, real, date, text or text:SIZE; without them, text</translation>
+    </message>
+    <message>
+        <source>Lê um csv com aspas: limpa-o antes numa cópia</source>
+        <translation>Reads a csv with quotes: cleans it first, in a copy</translation>
+    </message>
+    <message>
+        <source>Deixa ao lado do csv a tabela ASCII a que ele foi convertido</source>
+        <translation>Leaves beside the csv the ASCII table that it was converted to</translation>
+    </message>
+    <message>
+        <source>O que exportar: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns</source>
+        <translation>What to export: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns</translation>
+    </message>
+    <message>
+        <source>Importa os identificadores de um arquivo e classifica por eles um plano</source>
+        <translation>Imports the label points of a file and classifies a layer by them</translation>
+    </message>
+    <message>
+        <source>Exemplo:
+  kaldex classify ascii classes.kdx base.gpkg mapa/solos --yes</source>
+        <translation>Example:
+  kaldex classify ascii classes.kdx base.gpkg map/soils --yes</translation>
+    </message>
+    <message>
+        <source>Faz a triangulação das amostras e isolinhas de um plano, em lugar da que ele tiver</source>
+        <translation>Triangulates the samples and contours of a layer, in place of what triangulation it has</translation>
+    </message>
+    <message>
+        <source>Faz tudo, não guarda nada</source>
+        <translation>Does everything, keeps nothing</translation>
+    </message>
+    <message>
+        <source>--model nonspatial é de tabelas, não de planos</source>
+        <translation>--model nonspatial is for tables, not for layers</translation>
+    </message>
+    <message>
+        <source>Não foi possível criar a categoria %1.</source>
+        <translation>The category %1 could not be made.</translation>
+    </message>
+    <message>
+        <source>Categoria %1 criada.</source>
+        <translation>Category %1 made.</translation>
+    </message>
+    <message>
+        <source>Não há categoria com tabela de nome %1.</source>
+        <translation>There is no category with a table of the name %1.</translation>
+    </message>
+    <message>
+        <source>Não foi possível exportar a tabela da categoria %1.</source>
+        <translation>The table of the category %1 could not be exported.</translation>
+    </message>
+    <message>
+        <source>restrições de direção</source>
+        <translation>turns</translation>
+    </message>
+    <message>
+        <source>arestas</source>
+        <translation>edges</translation>
+    </message>
+    <message>
+        <source>triângulos</source>
+        <translation>triangles</translation>
+    </message>
+    <message>
+        <source>registro de objeto que não existe</source>
+        <translation>record of an object that doesn&apos;t exist</translation>
+    </message>
+    <message>
+        <source>O plano %1 não tem amostras ou isolinhas que formem triângulos.</source>
+        <translation>The layer %1 has no samples or contours that make triangles.</translation>
+    </message>
+    <message>
+        <source>Não foi possível gravar a triangulação.</source>
+        <translation>The triangulation could not be stored.</translation>
     </message>
     <message>
         <source>A seção %1 de %2 não pôde ser lida até o fim.</source>

@@ -670,6 +670,66 @@
         <source>O .dbf tem %1 registros para %2 do .shp: os outros não foram importados.</source>
         <translation>El .dbf tiene %1 registros para %2 del .shp: los otros no se importaron.</translation>
     </message>
+    <message>
+        <source>Aspas ou linha sem fim, que começam na linha %1</source>
+        <translation>Comillas o línea sin fin, que comienzan en la línea %1</translation>
+    </message>
+    <message>
+        <source>marca de ordem de bytes (BOM)</source>
+        <translation>marca de orden de bytes (BOM)</translation>
+    </message>
+    <message>
+        <source>texto em UTF-16</source>
+        <translation>texto en UTF-16</translation>
+    </message>
+    <message>
+        <source>retorno de carro (CR)</source>
+        <translation>retorno de carro (CR)</translation>
+    </message>
+    <message>
+        <source>caractere nulo (NUL)</source>
+        <translation>carácter nulo (NUL)</translation>
+    </message>
+    <message>
+        <source>separador dentro de um campo entre aspas</source>
+        <translation>separador dentro de un campo entre comillas</translation>
+    </message>
+    <message>
+        <source>aspas que não se fecham na linha</source>
+        <translation>comillas que no se cierran en la línea</translation>
+    </message>
+    <message>
+        <source>campo entre aspas, que ficariam no valor</source>
+        <translation>campo entre comillas, que quedarían en el valor</translation>
+    </message>
+    <message>
+        <source>outro separador (, ; ou |) dentro de um campo</source>
+        <translation>otro separador (, ; o |) dentro de un campo</translation>
+    </message>
+    <message>
+        <source>número de campos diferente do cabeçalho</source>
+        <translation>número de campos distinto del encabezado</translation>
+    </message>
+    <message>
+        <source>coluna sem nome</source>
+        <translation>columna sin nombre</translation>
+    </message>
+    <message>
+        <source>nome de coluna repetido em 8 letras</source>
+        <translation>nombre de columna repetido en 8 letras</translation>
+    </message>
+    <message>
+        <source>registro sem chave</source>
+        <translation>registro sin clave</translation>
+    </message>
+    <message>
+        <source>primeiro campo vazio, que a leitura não vê</source>
+        <translation>primer campo vacío, que la lectura no ve</translation>
+    </message>
+    <message>
+        <source>linha longa demais</source>
+        <translation>línea demasiado larga</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
@@ -759,10 +819,6 @@
     <message>
         <source>Não há seção %1 em %2.</source>
         <translation>No hay sección %1 en %2.</translation>
-    </message>
-    <message>
-        <source>Não há seção %1 nem %2 em %3.</source>
-        <translation>No hay sección %1 ni %2 en %3.</translation>
     </message>
     <message>
         <source>O arquivo tem %1 seções %2; só a primeira (linha %3) é importada.</source>
@@ -987,10 +1043,6 @@ Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregun
         <translation>COMIENZO DE LA PREGUNTA=yes o =no; vale más que --yes y --no; puede repetirse</translation>
     </message>
     <message>
-        <source>Modelo do plano novo: thematic, numeric, network, cadastral, object</source>
-        <translation>Modelo de la capa nueva: thematic, numeric, network, cadastral, object</translation>
-    </message>
-    <message>
         <source>Categoria do plano novo; sem ela, o nome do plano</source>
         <translation>Categoría de la capa nueva; sin ella, el nombre de la capa</translation>
     </message>
@@ -1047,14 +1099,6 @@ Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregun
         <translation>Importa un archivo a una capa</translation>
     </message>
     <message>
-        <source>Formato: ascii, shapefile</source>
-        <translation>Formato: ascii, shapefile</translation>
-    </message>
-    <message>
-        <source>O que importar: features (o que houver), lines, points, polygons, contours, samples</source>
-        <translation>Qué importar: features (lo que haya), lines, points, polygons, contours, samples</translation>
-    </message>
-    <message>
         <source>Arquivo de origem</source>
         <translation>Archivo de origen</translation>
     </message>
@@ -1063,16 +1107,8 @@ Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregun
         <translation>Base de datos</translation>
     </message>
     <message>
-        <source>Projeto e plano; criados quando não existem</source>
-        <translation>Proyecto y capa; se crean cuando no existen</translation>
-    </message>
-    <message>
         <source>Forma das coordenadas: planar, gms, deg, sec</source>
         <translation>Forma de las coordenadas: planar, gms, deg, sec</translation>
-    </message>
-    <message>
-        <source>Separador de campos</source>
-        <translation>Separador de campos</translation>
     </message>
     <message>
         <source>Lê e confere tudo, não guarda nada</source>
@@ -1095,10 +1131,6 @@ Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregun
     <message>
         <source>Exporta um plano para um arquivo</source>
         <translation>Exporta una capa a un archivo</translation>
-    </message>
-    <message>
-        <source>O que exportar: lines, polygons, points, contours, samples</source>
-        <translation>Qué exportar: lines, polygons, points, contours, samples</translation>
     </message>
     <message>
         <source>Projeto e plano</source>
@@ -1541,6 +1573,172 @@ Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregun
     <message>
         <source>a do plano</source>
         <translation>la de la capa</translation>
+    </message>
+    <message>
+        <source>Linha %1, coluna %2: %3 (%4 no arquivo); resolvido numa cópia.</source>
+        <translation>Línea %1, columna %2: %3 (%4 en el archivo); resuelto en una copia.</translation>
+    </message>
+    <message>
+        <source>Limpeza: %1 campos mudados, %2 registros completados ou encurtados.</source>
+        <translation>Limpieza: %1 campos cambiados, %2 registros completados o acortados.</translation>
+    </message>
+    <message>
+        <source>%1 campos têm aspas, que ficam no valor; --quoted as retira.</source>
+        <translation>%1 campos tienen comillas, que quedan en el valor; --quoted las quita.</translation>
+    </message>
+    <message>
+        <source> (%1 no arquivo)</source>
+        <translation> (%1 en el archivo)</translation>
+    </message>
+    <message>
+        <source>Com --quoted o arquivo é limpo antes, numa cópia.</source>
+        <translation>Con --quoted el archivo se limpia antes, en una copia.</translation>
+    </message>
+    <message>
+        <source>Não há em %1 restrições de direção entre linhas do plano.</source>
+        <translation>No hay en %1 restricciones de giro entre líneas de la capa.</translation>
+    </message>
+    <message>
+        <source>Não há nenhuma destas seções em %1: %2</source>
+        <translation>No hay ninguna de estas secciones en %1: %2</translation>
+    </message>
+    <message>
+        <source>--types: não há coluna %1 em %2.</source>
+        <translation>--types: no hay columna %1 en %2.</translation>
+    </message>
+    <message>
+        <source>--key: não há coluna %1 em %2.</source>
+        <translation>--key: no hay columna %1 en %2.</translation>
+    </message>
+    <message>
+        <source>A categoria %1 tem %2 objetos, e %3 tem %4 registros.</source>
+        <translation>La categoría %1 tiene %2 objetos, y %3 tiene %4 registros.</translation>
+    </message>
+    <message>
+        <source>A tabela já tem a coluna %1; use update.</source>
+        <translation>La tabla ya tiene la columna %1; use update.</translation>
+    </message>
+    <message>
+        <source>A tabela %1 não foi importada.</source>
+        <translation>La tabla %1 no fue importada.</translation>
+    </message>
+    <message>
+        <source>A tabela da categoria %1 não foi atualizada: não existe, ou não aceita as colunas de %2.</source>
+        <translation>La tabla de la categoría %1 no fue actualizada: no existe, o no acepta las columnas de %2.</translation>
+    </message>
+    <message>
+        <source>O nome do arquivo deve terminar em %1, para que a tabela tenha o seu.</source>
+        <translation>El nombre del archivo debe terminar en %1, para que la tabla tenga el suyo.</translation>
+    </message>
+    <message>
+        <source>O plano %1 é de modelo %2, que não tem classes nem objetos.</source>
+        <translation>La capa %1 es de modelo %2, que no tiene clases ni objetos.</translation>
+    </message>
+    <message>
+        <source>--types: espera-se COLUNA=integer, real, date, text ou text:TAMANHO em vez de %1</source>
+        <translation>--types: se espera COLUMNA=integer, real, date, text o text:TAMAÑO en vez de %1</translation>
+    </message>
+    <message>
+        <source>Formato: %1</source>
+        <translation>Formato: %1</translation>
+    </message>
+    <message>
+        <source>Modelo do plano novo: thematic, numeric, network, cadastral, object; de tabelas: nonspatial</source>
+        <translation>Modelo de la capa nueva: thematic, numeric, network, cadastral, object; de tablas: nonspatial</translation>
+    </message>
+    <message>
+        <source>O que importar: features (o que houver), lines, points, polygons, contours, samples, labels, texts, turns; table; de um csv: table, append-columns, update, statistics, nonspatial</source>
+        <translation>Qué importar: features (lo que haya), lines, points, polygons, contours, samples, labels, texts, turns; table; de un csv: table, append-columns, update, statistics, nonspatial</translation>
+    </message>
+    <message>
+        <source>Projeto e plano, ou a categoria de uma tabela; criados quando não existem</source>
+        <translation>Proyecto y capa, o la categoría de una tabla; se crean cuando no existen</translation>
+    </message>
+    <message>
+        <source>Separador de campos: um caractere, tab, ou none (nenhum)</source>
+        <translation>Separador de campos: un carácter, tab, o none (ninguno)</translation>
+    </message>
+    <message>
+        <source>Coluna (nome ou número) do csv que identifica os objetos; sem ela, o número do registro</source>
+        <translation>Columna (nombre o número) del csv que identifica los objetos; sin ella, el número del registro</translation>
+    </message>
+    <message>
+        <source>Tipos de colunas do csv: integer, real, date, text ou text:TAMANHO; sem eles, text</source>
+        <translation>Tipos de columnas del csv: integer, real, date, text o text:TAMAÑO; sin ellos, text</translation>
+    </message>
+    <message>
+        <source>Lê um csv com aspas: limpa-o antes numa cópia</source>
+        <translation>Lee un csv con comillas: lo limpia antes en una copia</translation>
+    </message>
+    <message>
+        <source>Deixa ao lado do csv a tabela ASCII a que ele foi convertido</source>
+        <translation>Deja al lado del csv la tabla ASCII a la que fue convertido</translation>
+    </message>
+    <message>
+        <source>O que exportar: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns</source>
+        <translation>Qué exportar: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns</translation>
+    </message>
+    <message>
+        <source>Importa os identificadores de um arquivo e classifica por eles um plano</source>
+        <translation>Importa los identificadores de un archivo y clasifica por ellos una capa</translation>
+    </message>
+    <message>
+        <source>Exemplo:
+  kaldex classify ascii classes.kdx base.gpkg mapa/solos --yes</source>
+        <translation>Ejemplo:
+  kaldex classify ascii clases.kdx base.gpkg mapa/suelos --yes</translation>
+    </message>
+    <message>
+        <source>Faz a triangulação das amostras e isolinhas de um plano, em lugar da que ele tiver</source>
+        <translation>Hace la triangulación de las muestras e isolíneas de una capa, en lugar de la que tenga</translation>
+    </message>
+    <message>
+        <source>Faz tudo, não guarda nada</source>
+        <translation>Hace todo, no guarda nada</translation>
+    </message>
+    <message>
+        <source>--model nonspatial é de tabelas, não de planos</source>
+        <translation>--model nonspatial es de tablas, no de capas</translation>
+    </message>
+    <message>
+        <source>Não foi possível criar a categoria %1.</source>
+        <translation>No fue posible crear la categoría %1.</translation>
+    </message>
+    <message>
+        <source>Categoria %1 criada.</source>
+        <translation>Categoría %1 creada.</translation>
+    </message>
+    <message>
+        <source>Não há categoria com tabela de nome %1.</source>
+        <translation>No hay categoría con tabla de nombre %1.</translation>
+    </message>
+    <message>
+        <source>Não foi possível exportar a tabela da categoria %1.</source>
+        <translation>No fue posible exportar la tabla de la categoría %1.</translation>
+    </message>
+    <message>
+        <source>restrições de direção</source>
+        <translation>restricciones de giro</translation>
+    </message>
+    <message>
+        <source>arestas</source>
+        <translation>aristas</translation>
+    </message>
+    <message>
+        <source>triângulos</source>
+        <translation>triángulos</translation>
+    </message>
+    <message>
+        <source>registro de objeto que não existe</source>
+        <translation>registro de un objeto que no existe</translation>
+    </message>
+    <message>
+        <source>O plano %1 não tem amostras ou isolinhas que formem triângulos.</source>
+        <translation>La capa %1 no tiene muestras o isolíneas que formen triángulos.</translation>
+    </message>
+    <message>
+        <source>Não foi possível gravar a triangulação.</source>
+        <translation>No fue posible guardar la triangulación.</translation>
     </message>
     <message>
         <source>A seção %1 de %2 não pôde ser lida até o fim.</source>

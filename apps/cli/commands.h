@@ -13,6 +13,8 @@ int runExport(const Options& options, const Language& language);
 int runConvert(const Options& options, const Language& language);
 int runInfo(const Options& options);
 int runDraw(const Options& options);
+int runClassify(const Options& options, const Language& language);
+int runTriangulate(const Options& options, const Language& language);
 
 /// Import and export as parts of a larger work: with these options, telling the job and the current report
 /// what they do. `tellMade` is whether projects and layers that are made matter to the user.

@@ -55,7 +55,7 @@ bool Conversion::chooseFormats() {
   }
   const FileGuess guess = guessFile(options_.file);
   from_ = formatOfContent(guess.format);
-  if (from_ == nullptr) {
+  if (from_ == nullptr || from_->imports.empty()) {
     job_.fail(Say::tr("Não sei converter %1: %2.").arg(options_.file, guess.description));
     return false;
   }
@@ -121,7 +121,7 @@ std::unique_ptr<DataBase> Conversion::make(const QString& path) {
 Result Conversion::intoDataBase() {
   Delivery delivery(options_.output, {});
   QString trouble;
-  if (!delivery.begin(false, trouble)) return job_.fail(trouble);
+  if (!delivery.begin(false, options_.overwrite, trouble)) return job_.fail(trouble);
   std::unique_ptr<DataBase> dataBase = make(delivery.workPath());
   if (dataBase == nullptr) return Result::failed;
   const Result result = importFile(job_, importOptions(), *dataBase);

@@ -74,8 +74,12 @@ QString Delivery::finalPath(const QString& name) const {
 }
 
 QStringList Delivery::names(const QString& base) const {
-  if (companions_.isEmpty()) return {base};
   QStringList all;
+  if (companions_.isEmpty()) {
+    if (work_ != nullptr) all = QDir(work_->path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
+    all.removeAll(base);
+    return QStringList(base) + all;
+  }
   for (const QString& ending : companions_) all << base + ending;
   return all;
 }
@@ -87,7 +91,9 @@ bool Delivery::exists() const {
                      [this](const QString& name) { return QFileInfo::exists(finalPath(name)); });
 }
 
-bool Delivery::begin(bool append, QString& trouble) {
+bool Delivery::begin(bool append, bool replace, QString& trouble) {
+  append_ = append;
+  replace_ = replace;
   if (!QFileInfo(folder_).isDir()) {
     trouble = Say::tr("Não há pasta %1.").arg(folder_);
     return false;
@@ -119,9 +125,32 @@ QString Delivery::shortage() const {
 
 bool Delivery::finish(QString& trouble) {
   if (device_) return copyToDevice(trouble);
-  if (setAside(trouble) && moveIn(trouble)) return true;
+  if (joinSideFiles(trouble) && setAside(trouble) && moveIn(trouble)) return true;
   putBack();
   return false;
+}
+
+bool Delivery::joinSideFiles(QString& trouble) const {
+  if (!companions_.isEmpty() || replace_) return true;
+  for (const QString& name : names(base_)) {
+    if (name == base_ || !QFileInfo::exists(finalPath(name))) continue;
+    if (!append_) {
+      trouble = Say::tr("%1 já existe; use --append ou --overwrite.").arg(finalPath(name));
+      return false;
+    }
+    const QString made = work_->filePath(name);
+    const QString part = made + QLatin1String(kOld);
+    if (!rename(made, part)) return false;
+    QFile before(finalPath(name)), after(part), whole(made);
+    const bool joined = before.open(QIODevice::ReadOnly) && after.open(QIODevice::ReadOnly) &&
+                        whole.open(QIODevice::WriteOnly) && copyInto(before, whole) && copyInto(after, whole);
+    after.remove();
+    if (!joined) {
+      trouble = Say::tr("Não foi possível copiar %1.").arg(finalPath(name));
+      return false;
+    }
+  }
+  return true;
 }
 
 // What has the names is moved away first, all of it: files that a new export doesn't make would tell lies

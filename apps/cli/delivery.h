@@ -22,8 +22,10 @@ class Delivery {
   QString objection(const QStringList& sources) const;
   /// Whether a file is there already.
   bool exists() const;
-  /// Make the folder; with `append` the existing file is copied into it first. False: `trouble` says why.
-  bool begin(bool append, QString& trouble);
+  /// Make the folder; with `append` the existing file is copied into it first. Files that the export makes
+  /// beside its main one are known only when they are there: with `append` they are added to existing ones,
+  /// without `replace` these are in the way. False: `trouble` says why.
+  bool begin(bool append, bool replace, QString& trouble);
   /// The file to write, under its own name.
   QString workPath() const;
   /// Why writing failed, when the disk is full; empty when it is not.
@@ -35,6 +37,7 @@ class Delivery {
 
  private:
   QStringList names(const QString& base) const;
+  bool joinSideFiles(QString& trouble) const;
   QString finalPath(const QString& name) const;
   bool setAside(QString& trouble);
   bool moveIn(QString& trouble);
@@ -46,6 +49,8 @@ class Delivery {
   QString base_;    ///< the file's name, without its ending where there are companions
   QString ending_;  ///< as it is to be written
   QStringList companions_;
+  bool append_ = false;
+  bool replace_ = false;
   bool device_ = false;  ///< the target is no file: what was written is copied into it
   std::unique_ptr<QTemporaryDir> work_;
   QStringList aside_;

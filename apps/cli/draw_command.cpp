@@ -63,7 +63,7 @@ bool write(const QImage& image, const QString& path) {
 QString save(const QImage& image, const QString& path) {
   Delivery delivery(path, {});
   QString trouble;
-  if (!delivery.begin(false, trouble)) return trouble;
+  if (!delivery.begin(false, true, trouble)) return trouble;
   if (!write(image, delivery.workPath()))
     return (Say::tr("Não foi possível gravar %1.").arg(path) + ' ' + delivery.shortage()).trimmed();
   return delivery.finish(trouble) ? QString() : trouble;

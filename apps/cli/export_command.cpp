@@ -5,6 +5,7 @@
 #include "cli/database_access.h"
 #include "cli/delivery.h"
 #include "cli/registry.h"
+#include "cli/table_command.h"
 #include "cli/texts.h"
 
 namespace kaldex::cli {
@@ -25,7 +26,7 @@ class Export {
   Result run();
 
  private:
-  Result write(Project& project, InfoLayer& layer, Vector& vector);
+  Result write(Project& project, InfoLayer& layer, Vector* vector);
   Result deliver();
   void tellProjection(const Project& project);
 
@@ -48,21 +49,21 @@ Result Export::run() {
                          ? Say::tr("%1 já existe; use --append ou --overwrite.").arg(options_.file)
                          : Say::tr("%1 já existe; use --overwrite.").arg(options_.file));
   }
-  Vector* const vector = kind_.source(*place.layer);
-  if (vector == nullptr)
+  Vector* const vector = kind_.runOnLayer == nullptr ? kind_.source(*place.layer) : nullptr;
+  if (kind_.runOnLayer != nullptr ? !kind_.present(*place.layer) : vector == nullptr)
     return job_.fail(
         Say::tr("O plano %1 não tem nada que se exporte como %2.").arg(place.layer->name, options_.kind));
-  if (!delivery_.begin(options_.append, trouble)) return job_.fail(trouble);
-  return write(*place.project, *place.layer, *vector);
+  if (!delivery_.begin(options_.append, options_.overwrite, trouble)) return job_.fail(trouble);
+  return write(*place.project, *place.layer, vector);
 }
 
-Result Export::write(Project& project, InfoLayer& layer, Vector& vector) {
+Result Export::write(Project& project, InfoLayer& layer, Vector* vector) {
   const QFileInfo file(delivery_.workPath());
   const ExportContext context{options_,  file.filePath(), file.path(), file.fileName(),
                               dataBase_, project,         layer};
   job_.conversation().nameFile(file.filePath(), options_.file);
   job_.begin();
-  const int returned = kind_.run(context, vector);
+  const int returned = vector != nullptr ? kind_.run(context, *vector) : kind_.runOnLayer(context);
   Result result = job_.judge(
       returned, Say::tr("Não foi possível exportar %1 do plano %2.").arg(options_.kind, layer.name));
   const QString shortage = result == Result::failed ? delivery_.shortage() : QString();
@@ -93,6 +94,7 @@ void Export::tellProjection(const Project& project) {
 }  // namespace
 
 Result exportLayer(Job& job, const Options& options, DataBase& dataBase) {
+  if (tableExportOf(options) != nullptr) return exportTable(job, options, dataBase);
   return Export(job, options, dataBase).run();
 }
 

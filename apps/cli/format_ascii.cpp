@@ -1,6 +1,9 @@
 #include <QFileInfo>
+#include <algorithm>
 #include <memory>
 
+#include "cli/ascii_kinds.h"
+#include "cli/label_kinds.h"
 #include "cli/registry.h"
 #include "cli/texts.h"
 #include "kaldex/ascii.h"
@@ -15,6 +18,10 @@ namespace {
 constexpr char kLines[] = "LINES";
 constexpr char kNetwork[] = "NETWORK";
 constexpr char kContours[] = "CONTOURLINES";
+constexpr char kSamples[] = "SAMPLE";
+constexpr char kPoints[] = "POINT2D";
+constexpr char kTexts[] = "TEXT";
+constexpr char kTurns[] = "TURNS";
 
 QString text(const char* keyword) {
   return QString::fromLatin1(keyword);
@@ -24,14 +31,6 @@ void note(const QString& words) {
   if (JobReport* const report = JobReport::current()) report->note(words);
 }
 
-std::unique_ptr<IEAsc> importer(const ImportContext& context) {
-  auto handler = std::make_unique<IEAsc>();
-  const QByteArray separator = context.options.separator.toLatin1();
-  handler->Init(context.folder, context.units, context.name, &context.project, &context.layer,
-                &context.dataBase, context.projection, 0, separator.constData(), nullptr, nullptr);
-  return handler;
-}
-
 const char* lineKeyword(short model) {
   return model == NETWORKMODEL ? kNetwork : kLines;
 }
@@ -39,30 +38,48 @@ const char* lineKeyword(short model) {
 int importLines(const ImportContext& context) {
   const short kind = context.layer.model() == DIGITALMODEL ? vectorSamples : vectorLines;
   Vector* const vector = context.layer.vector(kind, true);
-  return importer(context)->ImportLines(vector, context.project.projection());
+  return asciiImporter(context, context.projection)->ImportLines(vector, context.project.projection());
 }
 
 int importContours(const ImportContext& context) {
   Vector* const vector = context.layer.vector(vectorContours, true);
-  return importer(context)->ImportContourout(vector, context.project.projection());
+  return asciiImporter(context, context.projection)->ImportContourout(vector, context.project.projection());
+}
+
+struct SectionImport {
+  const char* keyword;
+  int (*run)(const ImportContext& context);
+};
+
+// What a layer of that model can take, in the order in which it is taken: turns need their lines.
+std::vector<SectionImport> importsFor(short model) {
+  std::vector<SectionImport> imports = {{lineKeyword(model), importLines}, {kContours, importContours}};
+  if (model == DIGITALMODEL) {
+    imports.push_back({kSamples, importSamples});
+  } else {
+    imports.push_back({kPoints, importPoints});
+  }
+  imports.push_back({kTexts, importTexts});
+  if (model == NETWORKMODEL) imports.push_back({kTurns, importTurns});
+  return imports;
 }
 
 // Every section that an import exists for; what has none is told.
 int importFeatures(const ImportContext& context) {
   const AsciiOutline outline(context.path);
-  const QString lines = text(lineKeyword(context.layer.model()));
+  const std::vector<SectionImport> imports = importsFor(context.layer.model());
   int result = 0;
-  if (outline.find(lines) != nullptr) {
-    result = importLines(context);
-    if (result == 0) return 0;
-  }
-  if (outline.find(text(kContours)) != nullptr) {
-    result = importContours(context);
+  for (const SectionImport& import : imports) {
+    if (outline.count(text(import.keyword)) == 0) continue;
+    result = import.run(context);
     if (result == 0) return 0;
   }
   JobReport* const report = JobReport::current();
   for (const AsciiSection& section : outline.sections()) {
-    if (section.keyword == lines || section.keyword == text(kContours)) continue;
+    const bool taken = std::any_of(imports.begin(), imports.end(), [&](const SectionImport& import) {
+      return section.keyword == text(import.keyword);
+    });
+    if (taken) continue;
     note(Say::tr("Seção %1 (linha %2) não importada.").arg(section.keyword).arg(section.line));
     if (report != nullptr) report->countLeftOut(QStringLiteral("unsupported"));
   }
@@ -87,29 +104,58 @@ QString missingContours(const ImportContext& context) {
   return noSection(context, text(kContours));
 }
 
-QString missingFeatures(const ImportContext& context) {
-  const AsciiOutline outline(context.path);
-  for (const QString& keyword : {text(lineKeyword(context.layer.model())), text(kContours)}) {
-    if (outline.find(keyword) != nullptr) return unfinishedSection(context, keyword);
-  }
-  return Say::tr("Não há seção %1 nem %2 em %3.")
-      .arg(text(lineKeyword(context.layer.model())), text(kContours), context.options.file);
+QString missingSamples(const ImportContext& context) {
+  return noSection(context, text(kSamples));
 }
 
-// The section whose header speaks for the import of that kind.
+QString missingPoints(const ImportContext& context) {
+  return noSection(context, text(kPoints));
+}
+
+QString missingTexts(const ImportContext& context) {
+  return noSection(context, text(kTexts));
+}
+
+QString missingTurns(const ImportContext& context) {
+  return Say::tr("Não há em %1 restrições de direção entre linhas do plano.").arg(context.options.file);
+}
+
+QString missingFeatures(const ImportContext& context) {
+  const AsciiOutline outline(context.path);
+  QStringList keywords;
+  for (const SectionImport& import : importsFor(context.layer.model())) {
+    keywords << text(import.keyword);
+    if (outline.find(keywords.last()) != nullptr) return unfinishedSection(context, keywords.last());
+  }
+  return Say::tr("Não há nenhuma destas seções em %1: %2")
+      .arg(context.options.file, keywords.join(QStringLiteral(", ")));
+}
+
+// The section whose header speaks for the import of that kind: the first that there is.
 const AsciiSection* leadingSection(const AsciiOutline& outline, const QString& kind) {
-  if (kind == QLatin1String("contours")) return outline.find(text(kContours));
-  const AsciiSection* const lines = outline.find(text(kLines));
-  const AsciiSection* const network = outline.find(text(kNetwork));
-  const AsciiSection* const contours = outline.find(text(kContours));
-  if (kind == QLatin1String("lines")) return lines != nullptr ? lines : network;
-  if (contours != nullptr) return contours;
-  return lines != nullptr ? lines : network;
+  static const struct {
+    const char* kind;
+    std::vector<const char*> keywords;
+  } leading[] = {{"contours", {kContours}},
+                 {"samples", {kSamples}},
+                 {"points", {kPoints}},
+                 {"texts", {kTexts}},
+                 {"turns", {kTurns}},
+                 {"lines", {kLines, kNetwork}},
+                 {"features", {kSamples, kContours, kLines, kNetwork, kPoints, kTexts, kTurns}}};
+  for (const auto& one : leading) {
+    if (kind != QLatin1String(one.kind)) continue;
+    for (const char* const keyword : one.keywords) {
+      if (outline.count(text(keyword)) > 0) return outline.find(text(keyword));
+    }
+  }
+  return nullptr;
 }
 
 short modelFor(const AsciiSection& section) {
-  if (section.keyword == text(kContours)) return DIGITALMODEL;
-  return section.keyword == text(kNetwork) ? short{NETWORKMODEL} : short{THEMATICMODEL};
+  if (section.keyword == text(kContours) || section.keyword == text(kSamples)) return DIGITALMODEL;
+  const bool network = section.keyword == text(kNetwork) || section.keyword == text(kTurns);
+  return network ? short{NETWORKMODEL} : short{THEMATICMODEL};
 }
 
 SourceFacts inspectAscii(const QString& path, const QString& kind, const Options&) {
@@ -147,15 +193,6 @@ SourceFacts inspectAscii(const QString& path, const QString& kind, const Options
   return facts;
 }
 
-std::unique_ptr<IEAsc> exporter(const ExportContext& context) {
-  auto handler = std::make_unique<IEAsc>();
-  const QByteArray separator = context.options.separator.toLatin1();
-  handler->Init(context.folder, 0, context.name, &context.project, &context.layer, &context.dataBase,
-                context.project.projection(), static_cast<short>(context.options.coords.value_or(0)),
-                separator.constData(), nullptr, nullptr);
-  return handler;
-}
-
 Vector* lineSource(InfoLayer& layer) {
   return firstVector(layer, {vectorLines, vectorContours, vectorSamples});
 }
@@ -164,13 +201,10 @@ Vector* contourSource(InfoLayer& layer) {
   return firstVector(layer, {vectorContours, vectorSamples, vectorLines});
 }
 
-// Break lines of a numeric layer too, though the handler has no export for them alone: what is there is told.
+// Those of a numeric layer go out with its samples.
 bool hasLines(InfoLayer& layer) {
-  for (const short kind : {vectorLines, vectorSamples}) {
-    Vector* const vector = layer.vector(kind);
-    if (vector != nullptr && vector->lineCount() > 0) return true;
-  }
-  return false;
+  Vector* const vector = layer.vector(vectorLines);
+  return vector != nullptr && vector->lineCount() > 0;
 }
 
 bool hasPolygons(InfoLayer& layer) {
@@ -184,15 +218,47 @@ bool hasContours(InfoLayer& layer) {
 }
 
 int exportLines(const ExportContext& context, Vector& vector) {
-  return exporter(context)->ExportLines(&vector, context.options.usedClasses);
+  return asciiExporter(context)->ExportLines(&vector, context.options.usedClasses);
 }
 
 int exportPolygons(const ExportContext& context, Vector& vector) {
-  return exporter(context)->ExportPolygons(&vector, context.options.usedClasses);
+  return asciiExporter(context)->ExportPolygons(&vector, context.options.usedClasses);
 }
 
 int exportContours(const ExportContext& context, Vector& vector) {
-  return exporter(context)->ExportContourout(&vector);
+  return asciiExporter(context)->ExportContourout(&vector);
+}
+
+std::unique_ptr<IEAsc> tableHandler(const TableContext& context) {
+  auto handler = std::make_unique<IEAsc>();
+  handler->Init(context.folder, 0, context.name, nullptr, nullptr, &context.dataBase, nullptr, 0,
+                context.options.separator.toLatin1().constData(), nullptr, nullptr);
+  return handler;
+}
+
+int importTable(const TableContext& context) {
+  return tableHandler(context)->ImportAttributes(&context.category);
+}
+
+int exportTable(const TableContext& context) {
+  return tableHandler(context)->ExportTable(&context.category);
+}
+
+QString missingTable(const TableContext& context) {
+  return Say::tr("Não há seção %1 em %2.").arg(QStringLiteral("TABLE"), context.options.file);
+}
+
+std::vector<ExportKind> asciiExports() {
+  std::vector<ExportKind> kinds = {{"lines", lineSource, hasLines, exportLines},
+                                   {"polygons", lineSource, hasPolygons, exportPolygons},
+                                   {"contours", contourSource, hasContours, exportContours},
+                                   {"samples", sampleLayer, hasSamples, exportSamples}};
+  for (const ExportKind& kind : labelExports()) kinds.push_back(kind);
+  kinds.insert(kinds.end(), {{"texts", nullptr, hasTexts, nullptr, exportTexts},
+                             {"tin", tinLayer, hasTin, exportTin},
+                             {"tin3d", tinLayer, hasTin, exportTin3d},
+                             {"turns", networkLayer, hasTurns, exportTurns}});
+  return kinds;
 }
 
 }  // namespace
@@ -207,11 +273,17 @@ Format asciiFormat() {
           inspectAscii,
           {{"features", THEMATICMODEL, importFeatures, missingFeatures},
            {"lines", THEMATICMODEL, importLines, missingLines},
-           {"contours", DIGITALMODEL, importContours, missingContours}},
-          {{"lines", lineSource, hasLines, exportLines},
-           {"polygons", lineSource, hasPolygons, exportPolygons},
-           {"contours", contourSource, hasContours, exportContours}},
-          {}};
+           {"contours", DIGITALMODEL, importContours, missingContours},
+           {"samples", DIGITALMODEL, importSamples, missingSamples},
+           {"points", THEMATICMODEL, importPoints, missingPoints},
+           {"texts", THEMATICMODEL, importTexts, missingTexts},
+           {"labels", THEMATICMODEL, importLabels, missingLabels},
+           {"turns", NETWORKMODEL, importTurns, missingTurns}},
+          asciiExports(),
+          {},
+          TextForm::sections,
+          {{"table", OBJECTMODEL, true, importTable, missingTable}},
+          {{"table", exportTable}}};
 }
 
 }  // namespace kaldex::cli

@@ -1,13 +1,11 @@
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <QFileInfo>
 #include <memory>
 
-#include "base/companion_file.h"
 #include "cli/commands.h"
+#include "cli/import_steps.h"
 #include "cli/import_target.h"
 #include "cli/registry.h"
+#include "cli/table_command.h"
 #include "cli/texts.h"
 
 namespace kaldex::cli {
@@ -28,12 +26,8 @@ class Import {
   Result run();
 
  private:
-  bool checkFile();
   bool prepareFile();
   Result importInside();
-  Result settle(DBTransactionBlock& block, Result result);
-  Result keep(DBTransactionBlock& block, Result result);
-  void tellMade() const;
 
   Job& job_;
   const Options& options_;
@@ -47,23 +41,10 @@ class Import {
 };
 
 Result Import::run() {
-  if (!checkFile() || !prepareFile()) return Result::failed;
+  if (!sourceIsReadable(job_, options_.file) || !prepareFile()) return Result::failed;
   DBTransactionBlock block(&dataBase_);
-  return settle(block, guarded(job_, [this] { return importInside(); }));
-}
-
-bool Import::checkFile() {
-  const QByteArray path = pathBytes(options_.file);
-  struct stat status {};
-  if (stat(path.constData(), &status) != 0) {
-    job_.fail(Say::tr("Não há arquivo %1.").arg(options_.file));
-    return false;
-  }
-  if (!S_ISREG(status.st_mode) || access(path.constData(), R_OK) != 0) {
-    job_.fail(Say::tr("Não foi possível ler o arquivo %1.").arg(options_.file));
-    return false;
-  }
-  return true;
+  const Result result = guarded(job_, [this] { return importInside(); });
+  return settleImport(job_, options_, block, result, tellMade_ ? made_ : QStringList());
 }
 
 bool Import::prepareFile() {
@@ -94,38 +75,10 @@ Result Import::importInside() {
   return job_.judge(returned, kind_.missing(context));
 }
 
-// A question that couldn't be asked stops everything before anything is kept; other early ends may leave what
-// the operation itself leaves, if that is wanted.
-Result Import::settle(DBTransactionBlock& block, Result result) {
-  const bool partial = result != Result::done && options_.keepPartial && !job_.conversation().unasked();
-  if (result == Result::done && options_.dryRun) {
-    tellMade();
-    return result;
-  }
-  if ((result == Result::done || partial) && !options_.dryRun) return keep(block, result);
-  Job::report().written.clear();
-  return result;
-}
-
-Result Import::keep(DBTransactionBlock& block, Result result) {
-  const Result kept = guarded(job_, [&] {
-    block.enableCommit();
-    tellMade();
-    if (result != Result::done) job_.keptPartial();
-    return result;
-  });
-  if (kept != result) Job::report().written.clear();
-  return kept;
-}
-
-void Import::tellMade() const {
-  if (!tellMade_) return;
-  for (const QString& words : made_) Job::report().note(words);
-}
-
 }  // namespace
 
 Result importFile(Job& job, const Options& options, DataBase& dataBase, bool tellMade) {
+  if (tableImportOf(options) != nullptr) return importTable(job, options, dataBase);
   return Import(job, options, dataBase, tellMade).run();
 }
 

@@ -83,6 +83,10 @@ int run(const Options& options, const Language& language) {
       return runInfo(options);
     case Command::draw:
       return runDraw(options);
+    case Command::classify:
+      return runClassify(options, language);
+    case Command::triangulate:
+      return runTriangulate(options, language);
     case Command::none:
       break;
   }

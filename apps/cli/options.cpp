@@ -11,6 +11,7 @@
 #include "cli/language.h"
 #include "cli/registry.h"
 #include "cli/texts.h"
+#include "kaldex/model/field.h"
 
 namespace kaldex::cli {
 
@@ -38,6 +39,7 @@ QString fromWord(const std::string& word) {
 /// What the command line says, as it stands.
 struct RawWords {
   std::string format, kind, file, output, dataBase, place;
+  std::string key, types;
   std::string model, category, crs, crsFrom, box, scale, units, coords, separator, encoding, by, size,
       language;
   std::vector<std::string> answers;
@@ -62,6 +64,8 @@ class CommandLine {
   void describeConvert();
   void describeInfo();
   void describeDraw();
+  void describeClassify();
+  void describeTriangulate();
   CLI::App* addCommand(const char* name, Command command, const QString& description);
   /// `value` stands in the help for what follows the name.
   static void option(CLI::App& command, const char* name, const char* value, std::string& target,
@@ -87,6 +91,7 @@ class CommandLine {
   void takeAnswers();
   void check() const;
   void checkFormat() const;
+  bool isTable() const;
 
   Options& options_;
   RawWords raw_;
@@ -147,6 +152,41 @@ Answer answerOf(const std::string& value) {
   return {text.left(at), yes};
 }
 
+// One character by itself or by its name; "none" is an empty one.
+QString separatorOf(const std::string& value) {
+  if (value.empty()) return QString();
+  if (value == "none") return QStringLiteral("");
+  if (value == "tab") return QStringLiteral("\t");
+  return fromWord(value);
+}
+
+ColumnType columnTypeOf(const QString& text) {
+  static const struct {
+    const char* word;
+    short type;
+  } words[] = {{"integer", fieldInteger}, {"real", fieldReal}, {"date", fieldDate}, {"text", fieldText}};
+  const int at = text.lastIndexOf(QLatin1Char('='));
+  const QString word = text.mid(at + 1).section(QLatin1Char(':'), 0, 0).trimmed().toLower();
+  const QString size = text.mid(at + 1).section(QLatin1Char(':'), 1);
+  for (const auto& known : words) {
+    if (at <= 0 || word != QLatin1String(known.word)) continue;
+    const bool goodSize = size.isEmpty() || (known.type == fieldText && size.toShort() > 0);
+    if (goodSize) return {text.left(at), known.type, size.toShort()};
+  }
+  throw WrongUse(
+      Say::tr("--types: espera-se COLUNA=integer, real, date, text ou text:TAMANHO em vez de %1").arg(text));
+}
+
+QString formatsOf(Command command) {
+  QStringList names;
+  for (const Format& format : formats()) {
+    const bool offers = command == Command::import ? !format.imports.empty() || !format.tableImports.empty()
+                                                   : !format.exports.empty() || !format.tableExports.empty();
+    if (offers) names << QString::fromLatin1(format.name);
+  }
+  return Say::tr("Formato: %1").arg(names.join(QStringLiteral(", ")));
+}
+
 // --- What there is
 // -------------------------------------------------------------------------------------------
 
@@ -171,6 +211,8 @@ void CommandLine::describe() {
   describeConvert();
   describeInfo();
   describeDraw();
+  describeClassify();
+  describeTriangulate();
   app_.footer(
       words(Say::tr("Exemplos:\n"
                     "  kaldex init base.gpkg\n"
@@ -211,8 +253,9 @@ void CommandLine::describeQuestions(CLI::App& command) {
 }
 
 void CommandLine::describeTarget(CLI::App& command) {
-  option(command, "--model", "MODEL", raw_.model,
-         Say::tr("Modelo do plano novo: thematic, numeric, network, cadastral, object"));
+  option(
+      command, "--model", "MODEL", raw_.model,
+      Say::tr("Modelo do plano novo: thematic, numeric, network, cadastral, object; de tabelas: nonspatial"));
   option(command, "--category", "NAME", raw_.category,
          Say::tr("Categoria do plano novo; sem ela, o nome do plano"));
   option(
@@ -247,16 +290,26 @@ void CommandLine::describeInit() {
 void CommandLine::describeImport() {
   CLI::App* const command =
       addCommand("import", Command::import, Say::tr("Importa um arquivo para um plano"));
-  word(*command, "FORMAT", raw_.format, Say::tr("Formato: ascii, shapefile"));
+  word(*command, "FORMAT", raw_.format, formatsOf(Command::import));
   word(*command, "KIND", raw_.kind,
-       Say::tr("O que importar: features (o que houver), lines, points, polygons, contours, samples"));
+       Say::tr("O que importar: features (o que houver), lines, points, polygons, contours, samples, labels, "
+               "texts, turns; table; de um csv: table, append-columns, update, statistics, nonspatial"));
   word(*command, "FILE", raw_.file, Say::tr("Arquivo de origem"));
   word(*command, "DB", raw_.dataBase, Say::tr("Banco de dados"));
-  word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto e plano; criados quando não existem"));
+  word(*command, "PROJECT/LAYER", raw_.place,
+       Say::tr("Projeto e plano, ou a categoria de uma tabela; criados quando não existem"));
   describeTarget(*command);
   describeSource(*command);
   option(*command, "--coords", "FORM", raw_.coords, Say::tr("Forma das coordenadas: planar, gms, deg, sec"));
-  option(*command, "--separator", "C", raw_.separator, Say::tr("Separador de campos"));
+  option(*command, "--separator", "C", raw_.separator,
+         Say::tr("Separador de campos: um caractere, tab, ou none (nenhum)"));
+  option(*command, "--key", "COLUMN", raw_.key,
+         Say::tr("Coluna (nome ou número) do csv que identifica os objetos; sem ela, o número do registro"));
+  option(*command, "--types", "COLUMN=TYPE,...", raw_.types,
+         Say::tr("Tipos de colunas do csv: integer, real, date, text ou text:TAMANHO; sem eles, text"));
+  flag(*command, "--quoted", options_.quoted, Say::tr("Lê um csv com aspas: limpa-o antes numa cópia"));
+  flag(*command, "--keep-table", options_.keepTable,
+       Say::tr("Deixa ao lado do csv a tabela ASCII a que ele foi convertido"));
   flag(*command, "--dry-run", options_.dryRun, Say::tr("Lê e confere tudo, não guarda nada"));
   flag(*command, "--keep-partial", options_.keepPartial,
        Say::tr("Guarda o que uma importação interrompida deixou"));
@@ -271,15 +324,19 @@ void CommandLine::describeImport() {
 void CommandLine::describeExport() {
   CLI::App* const command =
       addCommand("export", Command::export_, Say::tr("Exporta um plano para um arquivo"));
-  word(*command, "FORMAT", raw_.format, Say::tr("Formato: ascii, shapefile"));
-  word(*command, "KIND", raw_.kind, Say::tr("O que exportar: lines, polygons, points, contours, samples"));
+  word(*command, "FORMAT", raw_.format, formatsOf(Command::export_));
+  word(
+      *command, "KIND", raw_.kind,
+      Say::tr("O que exportar: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, "
+              "labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns"));
   word(*command, "DB", raw_.dataBase, Say::tr("Banco de dados"));
   word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto e plano"));
   word(*command, "FILE", raw_.file, Say::tr("Arquivo de destino"));
   describeOutput(*command);
   flag(*command, "--append", options_.append, Say::tr("Acrescenta a um arquivo que já existe (ascii)"));
   option(*command, "--coords", "FORM", raw_.coords, Say::tr("Forma das coordenadas: planar, gms, deg, sec"));
-  option(*command, "--separator", "C", raw_.separator, Say::tr("Separador de campos"));
+  option(*command, "--separator", "C", raw_.separator,
+         Say::tr("Separador de campos: um caractere, tab, ou none (nenhum)"));
   option(*command, "--category", "NAME", raw_.category, Say::tr("Categoria de objetos, com --by object"));
   flag(*command, "--dry-run", options_.dryRun, Say::tr("Escreve e confere tudo, não deixa nada"));
   describeQuestions(*command);
@@ -302,7 +359,8 @@ void CommandLine::describeConvert() {
   describeOutput(*command);
   option(*command, "--coords", "FORM", raw_.coords,
          Say::tr("Forma das coordenadas escritas: planar, gms, deg, sec"));
-  option(*command, "--separator", "C", raw_.separator, Say::tr("Separador de campos"));
+  option(*command, "--separator", "C", raw_.separator,
+         Say::tr("Separador de campos: um caractere, tab, ou none (nenhum)"));
   flag(*command, "--dry-run", options_.dryRun, Say::tr("Lê, escreve e confere tudo, não deixa nada"));
   describeQuestions(*command);
   command->footer(words(Say::tr("Exemplo:\n  kaldex convert rios.shp rios.kdx --crs EPSG:31983")));
@@ -323,6 +381,33 @@ void CommandLine::describeDraw() {
   word(*command, "OUT.png", raw_.output, Say::tr("Imagem de destino"));
   option(*command, "--size", "WxH", raw_.size, Say::tr("LARGURAxALTURA em pontos; 1200x900 sem ela"));
   flag(*command, "--overwrite", options_.overwrite, Say::tr("Substitui um arquivo que já existe"));
+}
+
+void CommandLine::describeClassify() {
+  CLI::App* const command =
+      addCommand("classify", Command::classify,
+                 Say::tr("Importa os identificadores de um arquivo e classifica por eles um plano"));
+  word(*command, "FORMAT", raw_.format, Say::tr("Formato: %1").arg(QStringLiteral("ascii")));
+  word(*command, "FILE", raw_.file, Say::tr("Arquivo de origem"));
+  word(*command, "DB", raw_.dataBase, Say::tr("Banco de dados"));
+  word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto e plano"));
+  describeSource(*command);
+  option(*command, "--separator", "C", raw_.separator,
+         Say::tr("Separador de campos: um caractere, tab, ou none (nenhum)"));
+  flag(*command, "--dry-run", options_.dryRun, Say::tr("Lê e confere tudo, não guarda nada"));
+  flag(*command, "--keep-partial", options_.keepPartial,
+       Say::tr("Guarda o que uma importação interrompida deixou"));
+  describeQuestions(*command);
+  command->footer(words(Say::tr("Exemplo:\n  kaldex classify ascii classes.kdx base.gpkg mapa/solos --yes")));
+}
+
+void CommandLine::describeTriangulate() {
+  CLI::App* const command = addCommand(
+      "triangulate", Command::triangulate,
+      Say::tr("Faz a triangulação das amostras e isolinhas de um plano, em lugar da que ele tiver"));
+  word(*command, "DB", raw_.dataBase, Say::tr("Banco de dados"));
+  word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto e plano"));
+  flag(*command, "--dry-run", options_.dryRun, Say::tr("Faz tudo, não guarda nada"));
 }
 
 // --- What was said
@@ -352,7 +437,7 @@ void CommandLine::take() {
 
 void CommandLine::takeNames() {
   options_.format = fromWord(raw_.format);
-  options_.kind = fromWord(raw_.kind);
+  options_.kind = options_.command == Command::classify ? QStringLiteral("labels") : fromWord(raw_.kind);
   options_.file = fromWord(raw_.file);
   options_.output = fromWord(raw_.output);
   options_.dataBase = fromWord(raw_.dataBase);
@@ -360,14 +445,19 @@ void CommandLine::takeNames() {
   options_.category = fromWord(raw_.category);
   options_.crs = fromWord(raw_.crs);
   options_.crsFrom = fromWord(raw_.crsFrom);
-  options_.separator = fromWord(raw_.separator);
+  options_.separator = separatorOf(raw_.separator);
+  options_.key = fromWord(raw_.key);
+  if (!raw_.types.empty()) {
+    for (const QString& one : fromWord(raw_.types).split(QLatin1Char(',')))
+      options_.types.push_back(columnTypeOf(one));
+  }
   options_.encoding = fromWord(raw_.encoding);
   options_.by = fromWord(raw_.by);
 }
 
 void CommandLine::takeNumbers() {
   if (!raw_.model.empty()) {
-    choice(raw_.model, "--model", {"thematic", "numeric", "network", "cadastral", "object"});
+    choice(raw_.model, "--model", {"thematic", "numeric", "network", "cadastral", "object", "nonspatial"});
     options_.model = modelOfWord(fromWord(raw_.model));
   }
   if (!raw_.units.empty())
@@ -394,34 +484,48 @@ void CommandLine::check() const {
   const bool wide = encoding.startsWith(QLatin1String("UTF-16"), Qt::CaseInsensitive);
   if (!encoding.isEmpty() && !wide && encodingName(encoding.toLatin1()).isEmpty())
     throw WrongUse(Say::tr("--encoding: codificação desconhecida: %1").arg(encoding));
-  const bool wantsLayer = options_.command == Command::import || options_.command == Command::export_;
+  const bool wantsFormat = options_.command == Command::import || options_.command == Command::export_ ||
+                           options_.command == Command::classify;
+  const bool wantsLayer = wantsFormat || options_.command == Command::triangulate;
   const int slash = options_.place.indexOf(QLatin1Char('/'));
   const bool hasLayer = slash > 0 && slash + 1 < options_.place.size();
-  if (wantsLayer && !hasLayer)
+  if (wantsLayer && !hasLayer && !isTable())
     throw WrongUse(Say::tr("espera-se PROJETO/PLANO em vez de %1").arg(options_.place));
   if (options_.append && options_.overwrite) throw WrongUse(Say::tr("--append e --overwrite não vão juntas"));
-  if (wantsLayer) checkFormat();
+  if (wantsFormat) checkFormat();
 }
 
 template <class Kinds>
-QString namesOf(const Kinds& kinds) {
+QStringList namesOf(const Kinds& kinds) {
   QStringList names;
   for (const auto& kind : kinds) names << QString::fromLatin1(kind.name);
-  return names.join(QStringLiteral(", "));
+  return names;
+}
+
+// Whether import or export are about a table, whose place is a category.
+bool CommandLine::isTable() const {
+  const Format* const format = findFormat(options_.format);
+  if (format == nullptr) return false;
+  return options_.command == Command::import ? format->tableImport(options_.kind) != nullptr
+                                             : format->tableExport(options_.kind) != nullptr;
 }
 
 void CommandLine::checkFormat() const {
   const Format* const format = findFormat(options_.format);
   if (format == nullptr)
-    throw WrongUse(Say::tr("formato %1 desconhecido; há: %2").arg(options_.format, namesOf(formats())));
-  const bool import = options_.command == Command::import;
+    throw WrongUse(Say::tr("formato %1 desconhecido; há: %2")
+                       .arg(options_.format, namesOf(formats()).join(QStringLiteral(", "))));
+  const bool import = options_.command != Command::export_;
   const bool known =
       import ? format->importKind(options_.kind) != nullptr : format->exportKind(options_.kind) != nullptr;
-  if (!known) {
+  if (!known && !isTable()) {
+    QStringList names = import ? namesOf(format->imports) : namesOf(format->exports);
+    names += import ? namesOf(format->tableImports) : namesOf(format->tableExports);
     throw WrongUse(Say::tr("%1 não oferece %2; há: %3")
-                       .arg(options_.format, options_.kind,
-                            import ? namesOf(format->imports) : namesOf(format->exports)));
+                       .arg(options_.format, options_.kind, names.join(QStringLiteral(", "))));
   }
+  if (options_.model == NOTSPACIALMODEL && !isTable())
+    throw WrongUse(Say::tr("--model nonspatial é de tabelas, não de planos"));
   if (options_.append && !format->appends)
     throw WrongUse(Say::tr("%1 não acrescenta a um arquivo existente").arg(options_.format));
   if (!options_.by.isEmpty() && !format->by.contains(options_.by))

@@ -10,12 +10,19 @@
 
 namespace kaldex::cli {
 
-enum class Command { none, init, import, export_, convert, info, draw };
+enum class Command { none, init, import, export_, convert, info, draw, classify, triangulate };
 
 /// An answer given beforehand to the questions that begin so.
 struct Answer {
   QString beginning;
   bool yes;
+};
+
+/// The type that a column of a delimited table is to have.
+struct ColumnType {
+  QString name;
+  short type;  ///< a FieldType
+  short size;  ///< of a text; 0: as its longest value needs
 };
 
 /// All that the command line says.
@@ -26,7 +33,7 @@ struct Options {
   QString file;      ///< the outside file: source or target; of convert the source
   QString output;    ///< convert's target, draw's picture
   QString dataBase;  ///< of info: database or file
-  QString place;     ///< PROJECT/LAYER, or PROJECT
+  QString place;     ///< PROJECT/LAYER, PROJECT, or the category of a table
 
   short model = 0;  ///< a category model; 0: by the file
   QString category;
@@ -36,11 +43,15 @@ struct Options {
   std::optional<double> scale;
   std::optional<int> units;   ///< as for SExtFormats::Units2Meter
   std::optional<int> coords;  ///< 0 planar, 1 degrees, minutes and seconds, 2 degrees, 3 seconds
-  QString separator;
+  QString separator;          ///< null: not told; empty: none
   QString encoding;
-  QString by;  ///< class, object, height, region; empty: class
+  QString by;   ///< class, object, height, region; empty: class
+  QString key;  ///< the column of a delimited table that identifies rows
+  std::vector<ColumnType> types;
   QSize size{1200, 900};
 
+  bool quoted = false;     ///< clean a delimited table of quotes and the like
+  bool keepTable = false;  ///< keep the section that a delimited table was converted to
   bool usedClasses = false;
   bool dryRun = false;
   bool strict = false;

@@ -22,7 +22,7 @@ const Format* firstFormat(Fits fits) {
 }  // namespace
 
 const std::vector<Format>& formats() {
-  static const std::vector<Format> all = {asciiFormat(), shapefileFormat()};
+  static const std::vector<Format> all = {asciiFormat(), shapefileFormat(), csvFormat()};
   return all;
 }
 
@@ -32,6 +32,14 @@ const ImportKind* Format::importKind(const QString& kind) const {
 
 const ExportKind* Format::exportKind(const QString& kind) const {
   return findKind(exports, kind);
+}
+
+const TableImportKind* Format::tableImport(const QString& kind) const {
+  return findKind(tableImports, kind);
+}
+
+const TableExportKind* Format::tableExport(const QString& kind) const {
+  return findKind(tableExports, kind);
 }
 
 const Format* findFormat(const QString& name) {

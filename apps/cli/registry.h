@@ -14,6 +14,8 @@
 
 namespace kaldex::cli {
 
+class Job;
+
 /// What a source file tells of itself, before anything is imported.
 struct SourceFacts {
   /// Null when the file doesn't tell; `projectionReason` is then why, if there is more to say than that.
@@ -69,6 +71,34 @@ struct ExportKind {
   /// Whether there is anything of this kind to write.
   bool (*present)(InfoLayer& layer);
   int (*run)(const ExportContext& context, Vector& vector);
+  /// For what is in no vector: then there is neither `source` nor `run`, and `present` is asked before.
+  int (*runOnLayer)(const ExportContext& context) = nullptr;
+};
+
+/// All that the import of a table needs, and that its export needs. Tables are those of categories: they have
+/// no place on a map.
+struct TableContext {
+  Job& job;
+  const Options& options;
+  QString path;    ///< what the handler reads, or where the file is made
+  QString folder;  ///< of it
+  QString name;    ///< of it, without the folder
+  DataBase& dataBase;
+  Category& category;
+};
+
+struct TableImportKind {
+  const char* name;
+  short model;         ///< of the category
+  bool makesCategory;  ///< when it is missing
+  int (*run)(const TableContext& context);
+  /// What the command says when the operation ended with 0 and without a word.
+  QString (*missing)(const TableContext& context);
+};
+
+struct TableExportKind {
+  const char* name;
+  int (*run)(const TableContext& context);
 };
 
 /// A file format of the command: its entry in the registry.
@@ -84,10 +114,15 @@ struct Format {
   SourceFacts (*inspect)(const QString& path, const QString& kind, const Options& options);
   std::vector<ImportKind> imports;
   std::vector<ExportKind> exports;
-  QStringList by;  ///< values of "--by"
+  QStringList by;                          ///< values of "--by"
+  TextForm textForm = TextForm::sections;  ///< that its files are prepared for
+  std::vector<TableImportKind> tableImports = {};
+  std::vector<TableExportKind> tableExports = {};
 
   const ImportKind* importKind(const QString& kind) const;
   const ExportKind* exportKind(const QString& kind) const;
+  const TableImportKind* tableImport(const QString& kind) const;
+  const TableExportKind* tableExport(const QString& kind) const;
 };
 
 /// All formats, in the order in which help lists them. A new format adds one entry here.
@@ -100,6 +135,7 @@ const Format* formatOfContent(FileFormat content);
 // The entries.
 Format asciiFormat();
 Format shapefileFormat();
+Format csvFormat();
 
 /// The first representation of the layer among these kinds, or null.
 Vector* firstVector(InfoLayer& layer, std::initializer_list<short> kinds);

@@ -23,6 +23,9 @@ constexpr Word kKinds[] = {
     {"samples", QT_TRANSLATE_NOOP("kaldex", "amostras")},
     {"contours", QT_TRANSLATE_NOOP("kaldex", "isolinhas")},
     {"texts", QT_TRANSLATE_NOOP("kaldex", "textos")},
+    {"turns", QT_TRANSLATE_NOOP("kaldex", "restrições de direção")},
+    {"edges", QT_TRANSLATE_NOOP("kaldex", "arestas")},
+    {"triangles", QT_TRANSLATE_NOOP("kaldex", "triângulos")},
     {"objects", QT_TRANSLATE_NOOP("kaldex", "objetos")},
     {"rows", QT_TRANSLATE_NOOP("kaldex", "registros")},
     {"columns", QT_TRANSLATE_NOOP("kaldex", "colunas")},
@@ -40,6 +43,7 @@ constexpr Word kLeftOut[] = {
     {"unplaced_hole", QT_TRANSLATE_NOOP("kaldex", "buraco sem polígono externo (ficou como polígono)")},
     {"bad_value", QT_TRANSLATE_NOOP("kaldex", "valor que não cabe na coluna")},
     {"column_ignored", QT_TRANSLATE_NOOP("kaldex", "coluna ignorada")},
+    {"no_object", QT_TRANSLATE_NOOP("kaldex", "registro de objeto que não existe")},
     {"no_geometry", QT_TRANSLATE_NOOP("kaldex", "objeto sem geometria no plano")},
     {"unsupported", QT_TRANSLATE_NOOP("kaldex", "tipo que esta operação não trata")},
 };

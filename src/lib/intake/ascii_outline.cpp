@@ -1,7 +1,9 @@
+#include <QStringList>
 #include <QTemporaryFile>
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <string>
 #include <vector>
 
 #include "base/companion_file.h"
@@ -91,11 +93,20 @@ class SectionFinder {
   const char* current_ = nullptr;
 };
 
+// Sections whose records have no end of their own.
+const QStringList kFlatSections = {QStringLiteral("POINT2D"),         QStringLiteral("POINTS"),
+                                   QStringLiteral("NETWORK_OBJECTS"), QStringLiteral("NODES"),
+                                   QStringLiteral("CENTER"),          QStringLiteral("TEXT")};
+
 // Numbers after the first section's keyword that are coordinates: pairs, and triples with a height.
 class ExtentReader {
  public:
-  ExtentReader(bool network, SProjection* source, SProjection* target, int units)
-      : network_(network), transfer_(source, target, units), factor_(kaldex::unitFactor(units)) {}
+  ExtentReader(const QString& keyword, SProjection* source, SProjection* target, int units)
+      : network_(keyword == QLatin1String("NETWORK")),
+        flat_(kFlatSections.contains(keyword)),
+        separator_(keyword == QLatin1String("TEXT") ? ';' : char{0}),
+        transfer_(source, target, units),
+        factor_(kaldex::unitFactor(units)) {}
 
   // False behind the end of the section.
   bool take(std::string_view line) {
@@ -103,6 +114,7 @@ class ExtentReader {
     if (text.empty() || begins(text, "//")) return true;
     if (inHeader_) {
       inHeader_ = !begins(text, "INFO_END");
+      if (begins(text, "SEPARATOR")) separator_ = text.back();
       return true;
     }
     if (text == "INFO") {
@@ -111,12 +123,16 @@ class ExtentReader {
     }
     if (begins(text, "END")) {
       // The end of a record, or behind that one the end of the section.
-      const bool last = ended_;
+      const bool last = ended_ || flat_;
       ended_ = true;
       return !last;
     }
     ended_ = false;
-    takeRecord(text);
+    if (separator_ == 0) {
+      takeRecord(text);
+    } else {
+      takeRecord(coordinatesOf(text));
+    }
     return true;
   }
   Box box() {
@@ -127,6 +143,14 @@ class ExtentReader {
  private:
   static constexpr std::size_t kPairs = 4096;
 
+  // The first two fields of a delimited record.
+  std::string_view coordinatesOf(std::string_view text) {
+    const std::size_t first = text.find(separator_);
+    if (first == std::string_view::npos) return text;
+    fields_ = text.substr(0, text.find(separator_, first + 1));
+    fields_[first] = ' ';
+    return fields_;
+  }
   void takeRecord(std::string_view text) {
     double x = 0.0, y = 0.0;
     float z = 0.0f;
@@ -158,6 +182,9 @@ class ExtentReader {
   }
 
   bool network_;
+  bool flat_;
+  char separator_;  // of the records' fields; 0 for blanks
+  std::string fields_;
   kaldex::CoordinateTransfer transfer_;
   double factor_;
   bool inHeader_ = false;
@@ -251,7 +278,7 @@ AsciiHeader AsciiOutline::header(const AsciiSection& section) const {
 
 Box AsciiOutline::extent(const AsciiSection& section, SProjection* source, SProjection* target,
                          int units) const {
-  ExtentReader reader(section.keyword == QLatin1String("NETWORK"), source, target, units);
+  ExtentReader reader(section.keyword, source, target, units);
   bool keywordPassed = false;
   kaldex::scanLines(path_, section.offset, [&](const ScannedLine& line) {
     if (keywordPassed) return reader.take(line.text);
