@@ -42,7 +42,8 @@ Result Export::run() {
   QString trouble;
   const Place place = findPlace(dataBase_, PlaceNames(options_.place), trouble);
   if (!trouble.isEmpty()) return job_.fail(trouble);
-  trouble = delivery_.objection({options_.dataBase});
+  trouble = format_.exportComplaint(options_);
+  if (trouble.isEmpty()) trouble = delivery_.objection({options_.dataBase});
   if (!trouble.isEmpty()) return job_.fail(trouble);
   if (delivery_.exists() && !options_.append && !options_.overwrite) {
     return job_.fail(format_.appends

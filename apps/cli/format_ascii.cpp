@@ -248,6 +248,14 @@ QString missingTable(const TableContext& context) {
   return Say::tr("Não há seção %1 em %2.").arg(QStringLiteral("TABLE"), context.options.file);
 }
 
+// Headers tell the separator as a word, and coordinates must not hold it.
+QString unreadableSeparator(const Options& options) {
+  const QChar separator = options.separator.isEmpty() ? QLatin1Char(';') : options.separator.at(0);
+  const bool unreadable =
+      separator.isSpace() || separator.isLetterOrNumber() || QStringLiteral("+-.\"").contains(separator);
+  return unreadable ? Say::tr("O separador \"%1\" não poderia ser lido de volta.").arg(separator) : QString();
+}
+
 std::vector<ExportKind> asciiExports() {
   std::vector<ExportKind> kinds = {{"lines", lineSource, hasLines, exportLines},
                                    {"polygons", lineSource, hasPolygons, exportPolygons},
@@ -283,7 +291,8 @@ Format asciiFormat() {
           {},
           TextForm::sections,
           {{"table", OBJECTMODEL, true, importTable, missingTable}},
-          {{"table", exportTable}}};
+          {{"table", exportTable}},
+          unreadableSeparator};
 }
 
 }  // namespace kaldex::cli

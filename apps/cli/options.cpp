@@ -157,7 +157,10 @@ QString separatorOf(const std::string& value) {
   if (value.empty()) return QString();
   if (value == "none") return QStringLiteral("");
   if (value == "tab") return QStringLiteral("\t");
-  return fromWord(value);
+  const QString text = fromWord(value);
+  if (text.size() != 1 || text.at(0).unicode() > 0xFF || text.at(0) < QLatin1Char(' '))
+    throw WrongUse(Say::tr("--separator: espera-se um caractere, tab ou none em vez de %1").arg(text));
+  return text;
 }
 
 ColumnType columnTypeOf(const QString& text) {
@@ -218,6 +221,7 @@ void CommandLine::describe() {
                     "  kaldex init base.gpkg\n"
                     "  kaldex import shapefile features rios.shp base.gpkg mapa/rios\n"
                     "  kaldex export ascii lines base.gpkg mapa/rios rios.kdx\n"
+                    "  kaldex classify ascii solos.kdx base.gpkg mapa/solos\n"
                     "  kaldex info base.gpkg mapa/rios --json\n"
                     "  kaldex draw base.gpkg mapa mapa.png --size 1600x800\n"
                     "\n"
@@ -318,7 +322,8 @@ void CommandLine::describeImport() {
       Say::tr("Exemplos:\n"
               "  kaldex import shapefile features lotes.shp base.gpkg cidade/lotes --model cadastral --yes\n"
               "  kaldex import ascii lines rios.kdx base.gpkg mapa/rios --crs EPSG:31983 --dry-run\n"
-              "  kaldex import shapefile contours curvas.shp base.gpkg relevo/curvas --scale 10000")));
+              "  kaldex import shapefile contours curvas.shp base.gpkg relevo/curvas --scale 10000\n"
+              "  kaldex import csv table censo.csv base.gpkg censo --key codigo --types renda=real")));
 }
 
 void CommandLine::describeExport() {
@@ -330,7 +335,7 @@ void CommandLine::describeExport() {
       Say::tr("O que exportar: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, "
               "labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns"));
   word(*command, "DB", raw_.dataBase, Say::tr("Banco de dados"));
-  word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto e plano"));
+  word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto e plano, ou a categoria de uma tabela"));
   word(*command, "FILE", raw_.file, Say::tr("Arquivo de destino"));
   describeOutput(*command);
   flag(*command, "--append", options_.append, Say::tr("Acrescenta a um arquivo que já existe (ascii)"));
@@ -343,7 +348,9 @@ void CommandLine::describeExport() {
   command->footer(
       words(Say::tr("Exemplos:\n"
                     "  kaldex export shapefile polygons base.gpkg cidade/lotes lotes.shp --by object\n"
-                    "  kaldex export ascii lines base.gpkg mapa/rios rios.kdx --coords gms")));
+                    "  kaldex export ascii lines base.gpkg mapa/rios rios.kdx --coords gms\n"
+                    "  kaldex export ascii labels base.gpkg mapa/solos solos.kdx --separator \";\"\n"
+                    "  kaldex export ascii table base.gpkg lotes lotes.kdx")));
 }
 
 void CommandLine::describeConvert() {

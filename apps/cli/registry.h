@@ -118,6 +118,8 @@ struct Format {
   TextForm textForm = TextForm::sections;  ///< that its files are prepared for
   std::vector<TableImportKind> tableImports = {};
   std::vector<TableExportKind> tableExports = {};
+  /// Why nothing can be written with such options, or empty.
+  QString (*exportComplaint)(const Options& options) = [](const Options&) { return QString(); };
 
   const ImportKind* importKind(const QString& kind) const;
   const ExportKind* exportKind(const QString& kind) const;

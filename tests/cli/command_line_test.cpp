@@ -7,7 +7,8 @@
 namespace kaldex::test {
 namespace {
 
-const QStringList kCommands = {"init", "import", "export", "convert", "info", "draw"};
+const QStringList kCommands = {"init", "import", "export",   "convert",
+                               "info", "draw",   "classify", "triangulate"};
 
 class CommandLineTest : public CliTest {
  protected:
@@ -21,6 +22,16 @@ class CommandLineTest : public CliTest {
     QSet<QString> found;
     for (auto match = form.globalMatch(text); match.hasNext();) found << match.next().captured();
     return found;
+  }
+  // What a function of the completion prints.
+  static QString completion(const QString& call) {
+    QProcess bash;
+    bash.start(
+        "bash",
+        {"-c",
+         QString("source '%1/apps/cli/kaldex.bash-completion'; echo $(%2)").arg(KALDEX_SOURCE_FOLDER, call)});
+    EXPECT_TRUE(bash.waitForFinished());
+    return QString::fromUtf8(bash.readAllStandardOutput()).trimmed();
   }
 };
 
@@ -48,6 +59,18 @@ TEST_F(CommandLineTest, WrongUseIsTwoAndChangesNothing) {
       import + QStringList{"--scale", "0"},
       import + QStringList{"--units", "parsec"},
       import + QStringList{"--coords", "polar"},
+      import + QStringList{"--separator", ";;"},
+      import + QStringList{"--separator", "€"},
+      import + QStringList{"--types", "a=number"},
+      import + QStringList{"--types", "a=real:5"},
+      import + QStringList{"--types", "=text"},
+      import + QStringList{"--model", "nonspatial"},
+      {"import", "csv", "table", "in.kdx", "base.gpkg", ""},
+      {"import", "csv", "lines", "in.kdx", "base.gpkg", "p/l"},
+      {"export", "csv", "table", "base.gpkg", "p", "o.csv"},
+      {"classify", "shapefile", "in.shp", "base.gpkg", "p/l"},
+      {"classify", "ascii", "in.kdx", "base.gpkg", "p"},
+      {"triangulate", "base.gpkg", "p"},
       import + QStringList{"--model", "fashion"},
       import + QStringList{"--encoding", "klingon"},
       import + QStringList{"--lang", "fr"},
@@ -78,19 +101,12 @@ TEST_F(CommandLineTest, OptionsMayStandAnywhereAndBoxesMayBeNegative) {
 // Man page and completion are written by hand.
 TEST_F(CommandLineTest, HelpManPageAndCompletionAgree) {
   QSet<QString> all;
-  QString completion = QString::fromUtf8(source("apps/cli/kaldex.bash-completion"));
   for (const QString& command : QStringList{QString()} + kCommands) {
     const Outcome help = run(command.isEmpty() ? QStringList{"--help"} : QStringList{command, "--help"});
     EXPECT_EQ(help.code, 0);
     const QSet<QString> options = longOptions(QString::fromLocal8Bit(help.out));
     all += options;
-    // What the completion of this command offers.
-    QProcess bash;
-    bash.start("bash",
-               {"-c", QString("source '%1/apps/cli/kaldex.bash-completion'; echo $(_kaldex_options '%2')")
-                          .arg(KALDEX_SOURCE_FOLDER, command)});
-    ASSERT_TRUE(bash.waitForFinished());
-    QSet<QString> offered = longOptions(bash.readAllStandardOutput());
+    QSet<QString> offered = longOptions(completion(QString("_kaldex_options '%1'").arg(command)));
     if (command.isEmpty()) offered << "--size";  // of the examples
     EXPECT_EQ(offered, options) << command.toStdString();
     EXPECT_TRUE(source("docs/man/kaldex.1").contains((".B " + command).toUtf8()));
@@ -98,6 +114,25 @@ TEST_F(CommandLineTest, HelpManPageAndCompletionAgree) {
   const QString manual = QString::fromUtf8(source("docs/man/kaldex.1")).replace("\\-", "-");
   EXPECT_EQ(longOptions(manual), all);
   EXPECT_TRUE(run({"--version"}).out.startsWith("kaldex "));
+}
+
+TEST_F(CommandLineTest, CompletionAndManPageKnowTheKindsOfEachFormat) {
+  const QString manual = QString::fromUtf8(source("docs/man/kaldex.1")).replace("\\-", "-");
+  const QList<QPair<QString, QStringList>> wrong = {{"import", {"", "none", "f", "base.gpkg", "p/l"}},
+                                                    {"export", {"", "none", "base.gpkg", "p/l", "f"}}};
+  for (const auto& [command, words] : wrong) {
+    for (const char* const format : {"ascii", "shapefile", "csv"}) {
+      QStringList line = QStringList(command) + words + QStringList{"--lang", "pt"};
+      line[1] = format;
+      const QString told = QString::fromLocal8Bit(run(line).err).section('\n', 0, 0);
+      const QString kinds = told.section("; há: ", 1).remove(',');
+      EXPECT_EQ(completion(QString("_kaldex_kinds %1 %2").arg(command, format)), kinds) << format;
+      for (const QString& kind : kinds.split(' ', Qt::SkipEmptyParts)) {
+        EXPECT_TRUE(manual.contains(QRegularExpression(QString("\\n\\.BR? %1( |\\n)").arg(kind))))
+            << kind.toStdString();
+      }
+    }
+  }
 }
 
 TEST_F(CommandLineTest, TheLanguageFollowsTheEnvironmentOrTheOption) {
