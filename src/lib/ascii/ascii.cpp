@@ -1,5 +1,7 @@
 #include "kaldex/ascii.h"
 
+#include <cstring>
+
 #include "base/strings.h"
 #include "base/text_input.h"
 #include "base/tracer.h"
@@ -18,8 +20,9 @@ int IEAsc::ExtraiNome(char* name) {
   const Tracer tracer(__FILE__, __LINE__, "IEAsc::ExtraiNome");
   *name = 0;
   if (file == nullptr) return 0;
-  qstrncpy(line2, line, sizeof line2);
-  std::size_t record = qstrlen(line2);
+  // Copied with its end alone: filling the buffer would cost more than all the rest.
+  std::size_t record = qstrlen(line);
+  std::memcpy(line2, line, record + 1);
   std::string text;
   for (;;) {
     const int c = kaldex::readCharacter(file);

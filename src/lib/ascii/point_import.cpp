@@ -196,7 +196,7 @@ bool IEAsc::PointImport::readPlane(Point& point) {
 }
 
 bool IEAsc::PointImport::readGeographic(Point& point) {
-  qstrncpy(handler_.line2, handler_.line, kLineCapacity);
+  std::memcpy(handler_.line2, handler_.line, qstrlen(handler_.line) + 1);
   if (!hasSeparator()) {
     if (!agreedToOldForm()) return false;
   } else {
@@ -215,12 +215,13 @@ bool IEAsc::PointImport::readGeographic(Point& point) {
 
 // The fields as LerComSeparator makes them, without room for each: there is one record for each point.
 bool IEAsc::PointImport::splitFields() {
+  // In the line itself, as LerComSeparator does: messages show it so.
+  if (handler_.separator[0] != ',' && handler_.lineText().find(',') != std::string_view::npos)
+    kaldex::mendDecimalCommas(handler_.line);
   record_ = handler_.lineText();
-  if (record_.size() <= kLongestRecord) {
-    if (handler_.separator[0] != ',' && record_.find(',') != std::string::npos)
-      kaldex::mendDecimalCommas(record_.data());
-    if (kaldex::splitRecord(record_, handler_.separator, fields_.data(), kFields) > 0) return true;
-  }
+  if (record_.size() <= kLongestRecord &&
+      kaldex::splitRecord(record_, handler_.separator, fields_.data(), kFields) > 0)
+    return true;
   return malformed();
 }
 
