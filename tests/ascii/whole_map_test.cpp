@@ -138,7 +138,7 @@ TEST_F(ThematicMap, ComesBackInEveryFormOfCoordinates) {
     EXPECT_EQ(classesOf(*into), classes);
     std::vector<double> measuresBack;
     EXPECT_TRUE(polygonsOf(*into, measuresBack) == polygons) << format;
-    expectNear(measures, measuresBack, format == 0 ? 0.0 : 1e-5);
+    expectNear(measures, measuresBack, format == 0 ? 0.0 : 1e-4);
     EXPECT_TRUE(exported(*into, QString("second%1").arg(format), format) == first) << format;
     EXPECT_EQ(dataBase->check(), QStringList());
     cross();
