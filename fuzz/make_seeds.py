@@ -410,9 +410,59 @@ def projection_text():
     return {name: text.encode() for name, text in cases.items()}
 
 
+def legacy_polygons():
+    def line(number, points, offset):
+        (x, y), (last_x, last_y) = points[0], points[-1]
+        record = struct.pack("<HH22x4f", number, len(points), x, y, last_x, last_y)
+        return record.ljust(96, b"\0") + struct.pack("<I", offset)
+
+    def polygon(number, lines, box, offset, children=(), children_offset=0, geo_class=1, flag=b"0"):
+        record = struct.pack("<38xf4xH4fhHIc", children_offset, len(lines), *box, geo_class, number, offset, flag)
+        own = children if len(children) <= 20 else ()
+        return (record.ljust(74, b"\0") + struct.pack(f"<h{len(own)}h", len(children), *own)).ljust(116, b"\0")
+
+    def files(lines, polygons, direct=0, mode=b"0", limit=100, count=None, cut=None):
+        li1, li2 = struct.pack("<hhc", direct, limit, mode).ljust(50, b"\0"), b""
+        for number, points in lines:
+            li1 += line(number, points, len(li2))
+            for axis in (0, 1):
+                li2 += struct.pack(f"<{len(points)}f", *(point[axis] for point in points))
+        po1, po2 = struct.pack("<h4xh", len(polygons) if count is None else count, limit).ljust(32, b"\0"), b""
+        for number, ids, box, *more in polygons:
+            children = more[0] if more else ()
+            places = struct.pack(f"<{len(ids)}h", *ids)
+            po1 += polygon(number, ids, box, len(po2), children, len(po2) + len(places), *more[1:])
+            po2 += places + (struct.pack(f"<{len(children)}h", *children) if len(children) > 20 else b"")
+        return (struct.pack("<3H", len(li1), len(li2), len(po1)) + li1 + li2 + po1 + po2)[:cut]
+
+    def square(low, high):
+        return [(low, low), (high, low), (high, high), (low, high), (low, low)]
+
+    whole, hole = (0, 100, 0, 100), (30, 70, 30, 70)
+    rings = [(1, square(0, 100)), (2, square(30, 70))]
+    thirds = [(1, [(0, 0), (50, 0), (100, 0)]), (2, [(100, 100), (100, 0)]), (3, [(100, 100), (0, 100), (0, 0)])]
+    nan, inf = float("nan"), float("inf")
+    return {
+        "hole": files(rings, [(1, [1], whole, [2]), (2, [2], hole)]),
+        "ring_of_lines": files(thirds, [(1, [1, 2, 3], whole), (2, [3, 2, 1], whole)]),
+        "many_children": files(rings, [(1, [1], whole, [2] * 21), (2, [2], hole)]),
+        "direct": files([(1, square(0, 100)), (3, square(30, 70))], [(1, [1], whole), (2, [3], hole)], 1, b"1"),
+        "last": files(rings, [(1, [1], whole), (2, [2], hole, [], 0, b"1")]),
+        "empty_polygon": files(rings, [(1, [], whole), (2, [2], hole)]),
+        "line_again_and_again": files([(1, square(0, 100) * 200)], [(1, [1] * 3000, whole)]),
+        "own_child": files(rings, [(1, [1], whole, [1, -1, 0, 32767])]),
+        "no_numbers": files([(1, [(nan, 0), (inf, 50), (-inf, 100), (nan, 50), (nan, 0)] * 9)], [(1, [1], whole)]),
+        "boxes_of_no_numbers": files(rings, [(1, [1], (nan, inf, -inf, nan)), (2, [2], hole)]),
+        "count_more": files(rings, [(1, [1], whole)], count=32767, limit=32767),
+        "count_less_than_none": files(rings, [(1, [1], whole)], count=-1, limit=-1),
+        "cut": files(rings, [(1, [1], whole, [2] * 21), (2, [2], hole)], cut=-9),
+        "heads_only": files([], []),
+    }
+
+
 def main():
     root = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent / "seeds"
-    for make in (ascii_sections, info_block, intake, shapefile, dbf, geometry_blob, projection_text):
+    for make in (ascii_sections, info_block, intake, shapefile, dbf, geometry_blob, projection_text, legacy_polygons):
         folder = root / make.__name__
         folder.mkdir(parents=True, exist_ok=True)
         seeds = make()

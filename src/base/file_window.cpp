@@ -10,7 +10,8 @@
 
 namespace kaldex {
 
-FileWindow::FileWindow(const QByteArray& path) : descriptor_(::open(path.constData(), O_RDONLY | O_CLOEXEC)) {
+FileWindow::FileWindow(const QByteArray& path, std::size_t window)
+    : descriptor_(::open(path.constData(), O_RDONLY | O_CLOEXEC)), capacity_(std::min(window, kCapacity)) {
   struct stat status {};
   if (descriptor_ < 0) return;
   if (::fstat(descriptor_, &status) != 0 || !S_ISREG(status.st_mode)) {
@@ -19,7 +20,7 @@ FileWindow::FileWindow(const QByteArray& path) : descriptor_(::open(path.constDa
     return;
   }
   size_ = static_cast<std::uint64_t>(status.st_size);
-  window_.reset(new unsigned char[kCapacity]);
+  window_.reset(new unsigned char[capacity_]);
 }
 
 FileWindow::~FileWindow() {
@@ -29,7 +30,7 @@ FileWindow::~FileWindow() {
 std::size_t FileWindow::read(std::uint64_t offset, void* to, std::size_t count) {
   if (offset >= size_) return 0;
   count = static_cast<std::size_t>(std::min<std::uint64_t>(count, size_ - offset));
-  if (count > kCapacity) return readFully(offset, to, count);
+  if (count > capacity_) return readFully(offset, to, count);
   const unsigned char* bytes = view(offset, count);
   if (bytes == nullptr) return readFully(offset, to, count);
   std::memcpy(to, bytes, count);
@@ -37,9 +38,9 @@ std::size_t FileWindow::read(std::uint64_t offset, void* to, std::size_t count) 
 }
 
 const unsigned char* FileWindow::viewAnew(std::uint64_t offset, std::size_t count) {
-  if (!isOpen() || count > kCapacity || offset > size_ || size_ - offset < count) return nullptr;
+  if (!isOpen() || count > capacity_ || offset > size_ || size_ - offset < count) return nullptr;
   start_ = offset;
-  length_ = readFully(offset, window_.get(), kCapacity);
+  length_ = readFully(offset, window_.get(), capacity_);
   return length_ >= count ? window_.get() : nullptr;
 }
 

@@ -16,8 +16,9 @@ class KALDEX_BASE_API FileWindow {
  public:
   static constexpr std::size_t kCapacity = 256 * 1024;
 
-  // `path` in the bytes of the file system. A folder or a pipe is not open.
-  explicit FileWindow(const QByteArray& path);
+  // `path` in the bytes of the file system. A folder or a pipe is not open. `window`, at most kCapacity, is
+  // what a read out of order costs.
+  explicit FileWindow(const QByteArray& path, std::size_t window = kCapacity);
   ~FileWindow();
   FileWindow(const FileWindow&) = delete;
   FileWindow& operator=(const FileWindow&) = delete;
@@ -28,7 +29,8 @@ class KALDEX_BASE_API FileWindow {
 
   // Copies up to `count` bytes from `offset`; returns how many there were.
   std::size_t read(std::uint64_t offset, void* to, std::size_t count);
-  // The `count` bytes (at most kCapacity) at `offset`, valid until the next call; null if the file has fewer.
+  // The `count` bytes (at most the window) at `offset`, valid until the next call; null if the file has
+  // fewer.
   const unsigned char* view(std::uint64_t offset, std::size_t count) {
     if (offset >= start_ && count <= length_ && offset - start_ <= length_ - count) {
       return window_.get() + (offset - start_);
@@ -41,6 +43,7 @@ class KALDEX_BASE_API FileWindow {
   std::size_t readFully(std::uint64_t offset, void* to, std::size_t count) const;
 
   int descriptor_;
+  std::size_t capacity_;
   std::uint64_t size_ = 0;
   std::unique_ptr<unsigned char[]> window_;
   std::uint64_t start_ = 0;

@@ -118,7 +118,7 @@ TEST_F(LegacyFiles, LinesAreSoughtBackwards) {
     EXPECT_EQ(y, (std::vector<float>{0, 1}));
   }
   for (const int id : {-1, 0, 3, 6, 100, 32767}) EXPECT_EQ(linha_le(files, record, id, x, y), 0) << id;
-  int total = 0;
+  long long total = 0;
   const std::int16_t ids[] = {1, 5, 3};
   EXPECT_EQ(aloca_pt(files, record, ids, 2, total), 1);
   EXPECT_EQ(total, 4);
@@ -274,6 +274,121 @@ TEST_F(LegacyFiles, RectanglesInSixteenBits) {
   }
   RET_destroi();
   EXPECT_EQ(RET_get(1, points, x1, x2, y1, y2), 0);
+}
+
+// All that can be read before something is wrong has its label point.
+TEST_F(LegacyFiles, CentroidsUpToTheDamage) {
+  addLine(1, kSquare);
+  addPolygon(1, {1}, {0, 100, 0, 100}, 7);
+  addPolygon(2, {}, {0, 100, 0, 100}, 7);      // empty: the next one is looked at
+  addPolygon(3, {1, 9}, {0, 100, 0, 100}, 7);  // so is it after one of whose lines is missing
+  addPolygon(4, {1}, {0, 100, 0, 100}, 8);
+  const auto found = [this] {
+    SExtLabelPointList list;
+    EXPECT_EQ(centroids(list), 1);
+    return list.Size();
+  };
+  write();
+  EXPECT_EQ(found(), 2);
+  count_ = 32767;
+  write();
+  EXPECT_EQ(found(), 2) << "more than there are";
+  count_ = -1;
+  write();
+  EXPECT_EQ(found(), 0);
+  count_ = 4;
+  for (const int limit : {-1, 0, 1}) {
+    write(0, '0', static_cast<std::int16_t>(limit));
+    EXPECT_EQ(found(), 0) << limit;
+  }
+  for (const int highest : {-5, 0, 32767}) {
+    write(static_cast<std::int16_t>(highest), '1');
+    EXPECT_EQ(found(), highest > 0 ? 2 : 0) << highest;
+  }
+  polygons_.chop(1);
+  write();
+  EXPECT_EQ(found(), 1) << "the last record is cut";
+  put<std::uint32_t>(polygons_, 68, 0xFFFFFFFFu);
+  write();
+  EXPECT_EQ(found(), 0) << "lines of the first one lie nowhere";
+}
+
+TEST_F(LegacyFiles, WildChildren) {
+  addLine(1, kSquare);
+  addLine(2, {60, 30, 70, 30, 70, 70, 60, 70, 60, 30});
+  addPolygon(1, {1}, {0, 100, 0, 100}, 7, {-1, 0, 1, 9, 32767, -32768});
+  addPolygon(2, {1}, {0, 100, 0, 100}, 8, std::vector<std::int16_t>(33, 3));
+  addPolygon(3, {2}, {60, 70, 30, 70}, 9);
+  write();
+  SExtLabelPointList list;
+  EXPECT_EQ(centroids(list), 1);
+  ASSERT_EQ(list.Size(), 3);
+  EXPECT_EQ(list.at(0)->Coordinate()->x, 100) << "its own child";
+  EXPECT_NEAR(list.at(1)->Coordinate()->x, 85, 1e-3);
+
+  // More children than a nesting of polygons can have end the reading.
+  addPolygon(4, {1}, {0, 100, 0, 100}, 8, std::vector<std::int16_t>(3000, 3));
+  write();
+  SExtLabelPointList fewer;
+  EXPECT_EQ(centroids(fewer), 1);
+  EXPECT_EQ(fewer.Size(), 3);
+}
+
+TEST_F(LegacyFiles, WildCoordinates) {
+  const float inf = HUGE_VALF;
+  // A comb with many crossings, of which some are no numbers: they would upset what puts them in order.
+  Pairs comb;
+  for (int i = 0; i < 500; ++i) {
+    const float x = i % 7 == 3 ? std::nanf("") : static_cast<float>((i * 37) % 500);
+    for (const float value : {x, i % 2 == 0 ? 0.0f : 100.0f}) comb.push_back(value);
+  }
+  comb.insert(comb.end(), {comb[0], comb[1]});
+  addLine(1, comb);
+  addLine(2, {-inf, 0, inf, 0, inf, 100, -inf, 100, -inf, 0});
+  addLine(3, kSquare);
+  addPolygon(1, {1}, {0, 500, 0, 100}, 1);
+  addPolygon(2, {2}, {0, 500, 0, 100}, 2);
+  addPolygon(3, {3}, {0, 500, std::nanf(""), 100}, 3);
+  addPolygon(4, {3}, {0, 500, 0, 100}, 4);
+  write();
+  SExtLabelPointList list;
+  EXPECT_EQ(centroids(list), 1);
+  for (const SExtLabelPoint* label : list) {
+    EXPECT_TRUE(std::isfinite(label->Coordinate()->x) && std::isfinite(label->Coordinate()->y))
+        << label->Iclass;
+  }
+  ASSERT_GE(list.Size(), 1);
+  EXPECT_EQ(list.at(list.Size() - 1)->Iclass, 4);
+
+  // Boxes from one end of all numbers to the other: nothing is in place then, but nothing breaks either.
+  addPolygon(5, {3}, {-inf, inf, -inf, inf}, 5);
+  write();
+  SExtLabelPointList none;
+  EXPECT_EQ(centroids(none), 1);
+  EXPECT_EQ(none.Size(), 0);
+}
+
+// A file of some kilobytes can name one line so often that the ring would fill the memory.
+TEST_F(LegacyFiles, RingsAreBounded) {
+  Pairs there = kSquare;
+  while (there.size() < 2 * 1004) there.insert(there.end(), {0, 0});
+  addLine(1, there);
+  addPolygon(1, std::vector<std::int16_t>(65, 1), {0, 100, 0, 100}, 1);
+  addPolygon(2, std::vector<std::int16_t>(66, 1), {0, 100, 0, 100}, 2);
+  addPolygon(3, std::vector<std::int16_t>(65535, 1), {0, 100, 0, 100}, 3);
+  addLine(2, Pairs(2 * 65535, 1.0f));
+  addPolygon(4, std::vector<std::int16_t>(65535, 2), {0, 100, 0, 100}, 4);
+  write();
+  SExtLabelPointList list;
+  EXPECT_EQ(centroids(list), 1);
+  ASSERT_EQ(list.Size(), 1);
+  EXPECT_EQ(list.at(0)->Iclass, 1);
+  LineFiles lines;
+  LineRecord record;
+  long long total = 0;
+  ASSERT_EQ(linha_abre_arq(lines, name().constData()), openDone);
+  EXPECT_EQ(aloca_pt(lines, record, std::vector<std::int16_t>(65535, 2).data(), 65535, total), 1);
+  EXPECT_EQ(total, 65535LL * 65535);
 }
 
 TEST_F(LegacyFiles, CentroidsAvoidHoles) {

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <limits>
 #include <memory>
 
@@ -48,10 +49,17 @@ void Centroids::collect(SExtLabelPointList& list, double scale, double xoffset, 
   indexRectangles();
   kaldex::PolygonRecord record;
   std::vector<std::int16_t> lines, children;
+  // Each polygon is a child of those around it. Lists that hold more have been damaged, and could keep us at
+  // work for days.
+  constexpr long long deepestNesting = 16;
+  const long long mostChildren = deepestNesting * polygons_.count;
+  long long childrenRead = 0;
   short serial = 0;
   for (int id = 1; id <= polygons_.count; ++id) {
     if (kaldex::poli_le(polygons_, record, id, lines) == 0 || record.flag == last) return;
     if (kaldex::poli_le_filhos(polygons_, record, children) == 0) return;
+    childrenRead += static_cast<long long>(children.size());
+    if (childrenRead > mostChildren) return;
     Point place;
     if (!findPlace(record, lines, children, place)) continue;
     auto labelPoint = std::make_unique<SExtLabelPoint>();
@@ -89,7 +97,7 @@ bool Centroids::findPlace(const kaldex::PolygonRecord& record, const std::vector
   const double lastCrossing = crossings_.back();
   place.x = (crossings_[crossings_.size() - 2] + lastCrossing) * 0.5;
   for (const int child : children) leaveHole(child, place, lastCrossing);
-  return true;
+  return std::isfinite(place.x) && std::isfinite(place.y);
 }
 
 void Centroids::leaveHole(int child, Point& place, double lastCrossing) {

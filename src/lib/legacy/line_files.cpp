@@ -1,9 +1,6 @@
 #include "lib/legacy/line_files.h"
 
-#include <algorithm>
-
 #include "base/byte_order.h"
-#include "lib/legacy/record_search.h"
 
 namespace kaldex {
 
@@ -11,6 +8,7 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 50;
 constexpr std::size_t kRecordSize = 100;
+constexpr std::size_t kCoordinateWindow = 8192;  // lines are read in no order
 constexpr std::uint16_t kEndForRead = 65534;
 constexpr std::uint16_t kEndForHead = 65535;
 
@@ -38,10 +36,9 @@ LineRecord parse(const unsigned char* bytes) {
 }
 
 int find(LineFiles& files, LineRecord& record, int id, std::uint16_t endMark) {
-  if (id < 1 || id >= files.limit || files.records == nullptr) return 0;
+  if (id < 1 || id >= files.limit || files.coordinates == nullptr) return 0;
   const int start = files.hasDirect && id > files.highestDirect ? files.highestDirect : id;
-  const RecordLayout layout{kHeaderSize, kRecordSize, placeId};
-  const unsigned char* const bytes = findRecord(*files.records, layout, start - 1, id, endMark);
+  const unsigned char* const bytes = files.records.find(start - 1, id, endMark);
   if (bytes == nullptr) return 0;
   record = parse(bytes);
   return 1;
@@ -58,21 +55,17 @@ bool readFloats(FileWindow& file, std::uint64_t offset, std::size_t count, std::
 
 int linha_abre_arq(LineFiles& files, const char* name) {
   const QByteArray base(name);
-  files = LineFiles();
-  files.records = std::make_unique<FileWindow>(base + ".li1");
-  files.coordinates = std::make_unique<FileWindow>(base + ".li2");
-  if (!files.records->isOpen() || !files.coordinates->isOpen()) {
-    linha_fecha_arq(files);
-    return openMissing;
-  }
-  const unsigned char* const header = files.records->view(0, kHeaderSize);
-  if (header == nullptr) {
-    linha_fecha_arq(files);
-    return openShort;
-  }
+  linha_fecha_arq(files);
+  FileWindow records(base + ".li1");
+  auto coordinates = std::make_unique<FileWindow>(base + ".li2", kCoordinateWindow);
+  if (!records.isOpen() || !coordinates->isOpen()) return openMissing;
+  const unsigned char* const header = records.view(0, kHeaderSize);
+  if (header == nullptr) return openShort;
   files.highestDirect = loadLittle<std::int16_t>(header);
   files.limit = loadLittle<std::int16_t>(header + 2);
   files.hasDirect = header[4] == '1';
+  files.records = RecordTable(records, {kHeaderSize, kRecordSize, placeId}, files.limit);
+  files.coordinates = std::move(coordinates);
   return openDone;
 }
 
@@ -94,7 +87,7 @@ int linha_le(LineFiles& files, LineRecord& record, int id, std::vector<float>& x
   return read ? 1 : 0;
 }
 
-int aloca_pt(LineFiles& files, LineRecord& record, const std::int16_t* ids, int count, int& total) {
+int aloca_pt(LineFiles& files, LineRecord& record, const std::int16_t* ids, int count, long long& total) {
   total = 0;
   for (int i = 0; i < count; ++i) {
     if (linha_le_head(files, record, ids[i]) == 0) return 0;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "base/file_window.h"
+#include "lib/legacy/record_search.h"
 
 namespace kaldex {
 
@@ -15,8 +16,8 @@ enum OpenResult { openShort = 0, openDone = 1, openMissing = 100 };
 // The line files of the older system: name.li1 has a record for each line, name.li2 the coordinates.
 // Identifiers count from 1. Numbers are little-endian.
 struct LineFiles {
-  std::unique_ptr<FileWindow> records;
-  std::unique_ptr<FileWindow> coordinates;
+  RecordTable records;
+  std::unique_ptr<FileWindow> coordinates;  // null while the files are not open
   int highestDirect = 0;  // the record of this identifier is the last one that is found by counting
   int limit = 0;          // identifiers are below
   bool hasDirect = false;
@@ -40,7 +41,7 @@ int linha_le_head(LineFiles& files, LineRecord& record, int id);
 int linha_le(LineFiles& files, LineRecord& record, int id, std::vector<float>& x, std::vector<float>& y);
 
 // How many points the `count` lines have together; 0 when one of them can't be read.
-int aloca_pt(LineFiles& files, LineRecord& record, const std::int16_t* ids, int count, int& total);
+int aloca_pt(LineFiles& files, LineRecord& record, const std::int16_t* ids, int count, long long& total);
 
 }  // namespace kaldex
 

@@ -2,7 +2,6 @@
 
 #include "base/byte_order.h"
 #include "lib/legacy/line_files.h"
-#include "lib/legacy/record_search.h"
 
 namespace kaldex {
 
@@ -60,20 +59,16 @@ bool readList(FileWindow& file, std::uint64_t offset, std::size_t count, std::ve
 
 int poli_abre_arq(PolygonFiles& files, const char* name) {
   const QByteArray base(name);
-  files = PolygonFiles();
-  files.records = std::make_unique<FileWindow>(base + ".po1");
-  files.lists = std::make_unique<FileWindow>(base + ".po2");
-  if (!files.records->isOpen() || !files.lists->isOpen()) {
-    poli_fecha_arq(files);
-    return openMissing;
-  }
-  const unsigned char* const header = files.records->view(0, kHeaderSize);
-  if (header == nullptr) {
-    poli_fecha_arq(files);
-    return openShort;
-  }
+  poli_fecha_arq(files);
+  FileWindow records(base + ".po1");
+  auto lists = std::make_unique<FileWindow>(base + ".po2");
+  if (!records.isOpen() || !lists->isOpen()) return openMissing;
+  const unsigned char* const header = records.view(0, kHeaderSize);
+  if (header == nullptr) return openShort;
   files.count = loadLittle<std::int16_t>(header);
   files.limit = loadLittle<std::int16_t>(header + 6);
+  files.records = RecordTable(records, {kHeaderSize, kRecordSize, placeId}, files.limit);
+  files.lists = std::move(lists);
   return openDone;
 }
 
@@ -82,9 +77,8 @@ void poli_fecha_arq(PolygonFiles& files) {
 }
 
 int poli_le(PolygonFiles& files, PolygonRecord& record, int id, std::vector<std::int16_t>& lines) {
-  if (id < 1 || id >= files.limit || files.records == nullptr) return 0;
-  const RecordLayout layout{kHeaderSize, kRecordSize, placeId};
-  const unsigned char* const bytes = findRecord(*files.records, layout, id - 1, id, kEnd);
+  if (id < 1 || id >= files.limit || files.lists == nullptr) return 0;
+  const unsigned char* const bytes = files.records.find(id - 1, id, kEnd);
   if (bytes == nullptr) return 0;
   record = parse(bytes);
   return readList(*files.lists, record.linesOffset, record.lines, lines) ? 1 : 0;

@@ -7,14 +7,15 @@
 #include <vector>
 
 #include "base/file_window.h"
+#include "lib/legacy/record_search.h"
 
 namespace kaldex {
 
 // The polygon files of the older system: name.po1 has a record for each polygon, name.po2 lists of its lines
 // and children. Identifiers count from 1. Numbers are little-endian.
 struct PolygonFiles {
-  std::unique_ptr<FileWindow> records;
-  std::unique_ptr<FileWindow> lists;
+  RecordTable records;
+  std::unique_ptr<FileWindow> lists;  // null while the files are not open
   int count = 0;
   int limit = 0;  // identifiers are below
 };

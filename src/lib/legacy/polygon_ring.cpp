@@ -1,12 +1,15 @@
 #include "lib/legacy/polygon_ring.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace kaldex {
 
 namespace {
 
 constexpr std::size_t kMostPoints = 1004;
+// A few lines listed again and again would make a ring of any size from a small file.
+constexpr std::size_t kMostRingPoints = 65535;
 
 class Ring {
  public:
@@ -54,6 +57,7 @@ int monta_poligono(LineFiles& files, LineRecord& record, int count, std::vector<
     if (lineX.empty() || lineX.size() > kMostPoints) return 0;
     if (i > 0) forward = ring.endsAt(lineX.front(), lineY.front());
     ring.append(lineX, lineY, forward, i == 0);
+    if (x.size() > kMostRingPoints) return 0;
   }
   return 1;
 }
@@ -66,6 +70,10 @@ int corta_poli(double y, std::vector<double>& xs, int count, const float* px, co
     const double at = static_cast<double>(py[i % edges]);
     return at > y ? 1 : at < y ? -1 : 0;
   };
+  // A file may hold what is no number, which can't be sorted.
+  const auto add = [&](double x) {
+    if (!std::isnan(x)) xs.push_back(x);
+  };
   for (int i = 0; i < edges; ++i) {
     const int here = side(i);
     if (here != 0) {
@@ -76,14 +84,14 @@ int corta_poli(double y, std::vector<double>& xs, int count, const float* px, co
       const double dx = static_cast<double>(px[next]) - x;
       const double dy = static_cast<double>(py[next]) - static_cast<double>(py[i]);
       const double m = dx != 0.0 ? dy / dx : 0.0;
-      xs.push_back(dx != 0.0 ? (x * m + y - static_cast<double>(py[i])) / m : x);
+      add(dx != 0.0 ? (x * m + y - static_cast<double>(py[i])) / m : x);
       continue;
     }
     const int before = side(i + edges - 1);
     if (before == 0) continue;  // in a run along the line, which is looked at where it begins
     int end = i + 1;
     while (end < i + edges && side(end) == 0) ++end;
-    if (side(end) != before) xs.push_back(static_cast<double>(px[i]));
+    if (side(end) != before) add(static_cast<double>(px[i]));
   }
   std::sort(xs.begin(), xs.end());
   return 1;

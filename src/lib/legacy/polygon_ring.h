@@ -7,9 +7,9 @@
 
 namespace kaldex {
 
-// Join the `count` lines into one ring: 1, or 0 when a line can't be read or has more than 1004 points.
-// Lines are taken in their order, each in the direction that lets it begin where the one before ended; a
-// single line is taken backwards.
+// Join the `count` lines into one ring: 1, or 0 when a line can't be read or has more than 1004 points, or
+// the ring gets more than 65535 (which the older system counted in 16 bits). Lines are taken in their order,
+// each in the direction that lets it begin where the one before ended; a single line is taken backwards.
 int monta_poligono(LineFiles& files, LineRecord& record, int count, std::vector<float>& x,
                    std::vector<float>& y, const std::int16_t* ids);
 

@@ -57,9 +57,9 @@ int RET_cria(PolygonFiles& polygons, LineFiles& lines, double xMin, double xMax,
   std::vector<std::int16_t> ids;
   for (std::size_t i = 0; i < count; ++i) {
     if (poli_le(polygons, record, static_cast<int>(i) + 1, ids) == 0) continue;
-    int points = 0;
+    long long points = 0;
     if (aloca_pt(lines, line, ids.data(), static_cast<int>(ids.size()), points) != 0) {
-      constexpr int most = std::numeric_limits<std::uint16_t>::max();
+      constexpr long long most = std::numeric_limits<std::uint16_t>::max();
       index.points[i] = static_cast<std::uint16_t>(std::min(points, most));
     }
     index.x1[i] = index.x.stored(static_cast<double>(record.xMin));
