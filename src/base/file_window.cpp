@@ -28,7 +28,7 @@ FileWindow::~FileWindow() {
 }
 
 std::size_t FileWindow::read(std::uint64_t offset, void* to, std::size_t count) {
-  if (offset >= size_) return 0;
+  if (offset >= size_ || count == 0) return 0;
   count = static_cast<std::size_t>(std::min<std::uint64_t>(count, size_ - offset));
   if (count > capacity_) return readFully(offset, to, count);
   const unsigned char* bytes = view(offset, count);
