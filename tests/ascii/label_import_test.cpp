@@ -159,6 +159,23 @@ TEST_F(LabelImport, ClassesKnownMissingAndMade) {
   EXPECT_EQ(in_->labelPoints.at(1)->Iclass, thematic.classes.at(2)->id);
 }
 
+// Class numbers have 16 bits: what can't have one is refused, not stored as a class that is none.
+TEST_F(LabelImport, MoreClassesThanThereAreNumbers) {
+  InfoLayer* const into = layer(THEMATICMODEL, "Plano");
+  constexpr int most = 32767;
+  into->category()->lastClassId = most - 1;
+  for (int i = 2; i < most; ++i) {
+    into->category()->classes.Append(new GeoClass(i, "x", THEMATICMODEL, "", i, nullptr));
+  }
+  messages.answer(kMissing, true);
+  messages.answer("Categoria sem classes", true);
+  const QByteArray head = "POINTS\nINFO\nSEPARATOR ;\nINFO_END\n";
+  const QString refused = kMissing + "A\n" + QString::fromUtf8("Problemas na atualização de Categorias!");
+  EXPECT_EQ(import(into, head + "1;1;A\n2;2;B\n3;3;C\nEND\n"), 0);
+  EXPECT_EQ(messages.take(), refused);
+  EXPECT_EQ(into->category()->classes.findByName("C"), nullptr);
+}
+
 TEST_F(LabelImport, ClassesOfTheHeader) {
   InfoLayer* const into = layer(THEMATICMODEL, "Plano");
   messages.answer("Categoria sem classes", true);

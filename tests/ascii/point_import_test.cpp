@@ -98,7 +98,7 @@ TEST_F(AsciiPoints, AnswersNo) {
   InfoLayer* const into = thematic("P", {"Mata"});
   const QByteArray head = "POINT2D\nINFO\nSEPARATOR ;\nINFO_END\n";
   EXPECT_EQ(import(into, head + "1;1;x\n2;2;y\n3;3;x\n4;4;Mata\nEND"), 1);
-  EXPECT_EQ(messages.take(), kAddAll + "x\n" + classes(1, 0) + objects(1, 3, 0));
+  EXPECT_EQ(messages.take(), kAddAll + "x\n" + classes(3, 0) + objects(1, 3, 0));
   EXPECT_EQ(into->category()->classes.Size(), 1);
   EXPECT_EQ(import(thematic("Q", {}), head + "1;1;x\nEND"), 0);
   EXPECT_EQ(messages.take(), kNoClasses);
@@ -131,7 +131,7 @@ TEST_F(AsciiPoints, FailuresLeaveNothing) {
       {"1;2;Mata\n", kBad + "END ???"},
       {"LABEL\n", kBad + "LABEL"},
       {"CATEGORY_OBJ \"\"\n", kBad + "CATEGORY_OBJ \"\""},
-      {"CLASS x", kBad + "FEOF"},
+      {"CLASS x", kBad + "FEOF\n" + kBad + "CLASS x"},
       {"LABELS x\n", kBad + "LABELS"},
       {"o 45 30 10;s 99 10 5;Mata\nEND", kBad + "o 45 30 10;s 99 10 5;Mata"},
       {"o;s;Mata\nEND", kBad + "o;s;Mata"},
@@ -196,6 +196,38 @@ TEST_F(AsciiPoints, PlacesOfObjects) {
 
   EXPECT_EQ(import(into, head + "1;1;p1\nEND"), 0);
   EXPECT_EQ(messages.take(), kBad + "CATEGORY_OBJ ???");
+}
+
+// Records that go back and forth between objects add to the same anchors.
+TEST_F(AsciiPoints, ObjectsByTurns) {
+  InfoLayer* const into = layer(CADASTRALMODEL, "Rede");
+  QByteArray content = "POINT2D\nINFO\nSEPARATOR ;\nINFO_END\n";
+  for (int i = 0; i < 60; ++i) {
+    content += QString("%1;1;p%2;;%3\n").arg(i).arg(i % 3).arg(i % 2 == 0 ? "Postes" : "Caixas").toLatin1();
+  }
+  for (const int associated : {60, 0}) {
+    EXPECT_EQ(import(into, content + "END"), 1);
+    EXPECT_TRUE(messages.take().endsWith(objects(associated, 0, 60 - associated)));
+  }
+  Vector& vector = *into->vector(vectorLines);
+  EXPECT_EQ(vector.anchorCount(), 6);
+  for (const char* name : {"Postes", "Caixas"}) {
+    KaldexObject object;
+    ASSERT_NE(dataBase->findObjectByLabel("p1", *dataBase->categoryList().Select(name), object), 0);
+    const std::unique_ptr<Anchor> anchor(vector.GetAnchor(dataBase->anchorOfObject(object.id, *into)));
+    ASSERT_NE(anchor, nullptr);
+    EXPECT_EQ(anchor->points.size(), 10u);
+  }
+}
+
+TEST_F(AsciiPoints, PlacesThatAreNone) {
+  InfoLayer* const into = thematic("P", {"Mata"});
+  EXPECT_EQ(import(into, "POINT2D\n1 1e999\nEND"), 0);
+  EXPECT_EQ(messages.take(), kOldForm + "\n" + kBad + "1 1e999");
+  project = dataBase->createProject("Graus", *latLong());
+  InfoLayer* const degrees = layer(CADASTRALMODEL, "G", {-180, -90, 180, 90}, project);
+  EXPECT_EQ(import(degrees, "POINT2D\nINFO\nSEPARATOR ;\nINFO_END\nN 0 0 0;E 0 0 0;a;;X\nEND"), 0);
+  EXPECT_EQ(messages.take(), kBad + "N 0 0 0;E 0 0 0;a;;X");
 }
 
 TEST_F(AsciiPoints, CategoryThatNobodyWants) {

@@ -189,6 +189,48 @@ TEST_F(Classification, ObjectsOfACadastralLayer) {
   EXPECT_EQ(messages.take(), summary(0, 0, 1));
 }
 
+// Labels that go back and forth between objects, known and new ones, add to the same anchors and rows.
+TEST_F(Classification, ObjectsByTurns) {
+  InfoLayer* const into = layer(CADASTRALMODEL, "Plano");
+  Vector& vector = *into->vector(vectorLines, true);
+  std::vector<int> ids[3];
+  for (int i = 0; i < 30; ++i) {
+    SPolygon* const polygon = insertPolygon(vector, square(1000 * i, 1000, 100));
+    ids[i % 3].push_back(polygon->id);
+    polygon->area = 10;
+    polygon->perimeter = i;
+    polygon->changed = stateChanged;
+    delete polygon;
+  }
+  category(OBJECTMODEL, "Lotes");
+  const auto bind = [&](int from, int to) {
+    const auto in = handler(into);
+    for (int i = from; i < to; ++i) add(*in, 1000 * i + 50, 1050, -999, QString::number(i % 3));
+    EXPECT_EQ(in->ClassifyObj(&vector), 1);
+  };
+  bind(0, 12);
+  bind(9, 30);
+  EXPECT_EQ(messages.take(), summary(12, 0, 0) + "\n" + summary(18, 0, 3));
+  const QStringList table = rows(*into);
+  ASSERT_EQ(table.size(), 3);
+  for (int i = 0; i < 3; ++i) {
+    const std::unique_ptr<Anchor> anchor(vector.GetAnchor(i + 1));
+    EXPECT_EQ(anchor->polygons, ids[i]);
+    EXPECT_EQ(table[i].section(',', 2, 3), QString("100,%1").arg(135 + 10 * i)) << "area and perimeter";
+  }
+  // A label that ends it all leaves what came before.
+  const auto in = handler(into);
+  add(*in, 50, 1050, -999, "1");
+  add(*in, 1050, 1050, -999, "0");
+  add(*in, 2050, 1050, -999, "1");
+  add(*in, 3050, 1050, -999, "x", "Unknown");
+  messages.answer("Categoria objeto inexistente", false);
+  EXPECT_EQ(in->ClassifyObj(&vector), 0);
+  EXPECT_EQ(std::unique_ptr<Anchor>(vector.GetAnchor(1))->polygons.size(), 11u);
+  EXPECT_EQ(std::unique_ptr<Anchor>(vector.GetAnchor(2))->polygons.size(), 12u);
+  EXPECT_EQ(rows(*into)[1].section(',', 2, 2), "120");
+}
+
 TEST_F(Classification, NodesAndLinesOfANetwork) {
   InfoLayer* const into = layer(NETWORKMODEL, "Rede");
   Vector& vector = *into->vector(vectorLines, true);

@@ -6,6 +6,7 @@
 #include "lib/ascii/header_writer.h"
 #include "lib/ascii/info_reader.h"
 #include "lib/ascii/record_text.h"
+#include "lib/frame/class_making.h"
 
 inline namespace kaldex_v1 {
 
@@ -35,31 +36,31 @@ bool IEAsc::ClassBlock::readClasses() {
       handler_.inconsistent(handler_.line);
       return false;
     }
-    take(line);
+    if (!take(line)) return false;
   }
 }
 
-void IEAsc::ClassBlock::take(const kaldex::ClassLine& line) {
+bool IEAsc::ClassBlock::take(const kaldex::ClassLine& line) {
   if (GeoClass* const known = category_->classes.findByName(QString::fromLatin1(line.name.c_str()))) {
     ++changed_;
     colour(known->visual, line);
-    return;
+    return true;
   }
   const bool first = notFound_++ == 0;
   if (first && !addAll_) {
     addAll_ = ask(QObject::tr("Classe não encontrada. Adiciona TODAS as classes não encontradas ?") +
                   QString::fromLatin1(handler_.line));
   }
-  if (addAll_) add(line);
+  return !addAll_ || add(line);
 }
 
-void IEAsc::ClassBlock::add(const kaldex::ClassLine& line) {
-  auto* const fresh = new GeoClass(-1, QString::fromLatin1(line.name.c_str()), category_->model,
-                                   category_->name, category_->classes.Size() + 1, category_);
+bool IEAsc::ClassBlock::add(const kaldex::ClassLine& line) {
+  GeoClass* const fresh = kaldex::makeClass(*category_, QString::fromLatin1(line.name.c_str()));
+  if (fresh == nullptr) return false;
   // What the line doesn't colour keeps the colours that a new visual has.
   colour(fresh->visual, line);
-  category_->classes.Append(fresh);
   ++added_;
+  return true;
 }
 
 void IEAsc::ClassBlock::colour(GeneralVisual& visual, const kaldex::ClassLine& line) const {

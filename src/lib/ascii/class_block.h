@@ -19,8 +19,8 @@ class IEAsc::ClassBlock {
 
  private:
   bool readClasses();
-  void take(const kaldex::ClassLine& line);
-  void add(const kaldex::ClassLine& line);
+  bool take(const kaldex::ClassLine& line);
+  bool add(const kaldex::ClassLine& line);
   void colour(GeneralVisual& visual, const kaldex::ClassLine& line) const;
   void store();
   void tell() const;

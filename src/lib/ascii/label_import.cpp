@@ -9,6 +9,7 @@
 #include "kaldex/job_report.h"
 #include "lib/ascii/class_block.h"
 #include "lib/ascii/header_writer.h"
+#include "lib/frame/class_making.h"
 
 inline namespace kaldex_v1 {
 
@@ -224,35 +225,35 @@ bool IEAsc::LabelImport::takeClassName() {
     next_->Name(name_.text());
     next_->Iclass = static_cast<short>(lastClass_);
   }
-  if (next_->Iclass == 0) findClass();
-  return true;
+  return next_->Iclass != 0 || findClass();
 }
 
-void IEAsc::LabelImport::findClass() {
+bool IEAsc::LabelImport::findClass() {
   knowClasses();
   const auto known = classes_.constFind(next_->Name());
   if (known == classes_.constEnd()) return missClass();
   lastClass_ = *known;
   next_->Iclass = static_cast<short>(lastClass_);
+  return true;
 }
 
-void IEAsc::LabelImport::missClass() {
+bool IEAsc::LabelImport::missClass() {
   const bool first = missing_++ == 0;
   if (first && !addAll_) {
     addAll_ = ask(QObject::tr("Classe não encontrada. Adiciona TODAS as classes não encontradas ?") +
                   next_->Name());
   }
   lastClass_ = 0;
-  if (addAll_) addClass();
+  return !addAll_ || addClass();
 }
 
-void IEAsc::LabelImport::addClass() {
-  auto* const fresh = new GeoClass(-1, next_->Name(), category_.model, category_.name,
-                                   category_.classes.Size() + 1, &category_);
-  category_.classes.Append(fresh);
+bool IEAsc::LabelImport::addClass() {
+  const GeoClass* const fresh = kaldex::makeClass(category_, next_->Name());
+  if (fresh == nullptr) return false;
   classes_.insert(fresh->name, fresh->id);
   lastClass_ = fresh->id;
   next_->Iclass = static_cast<short>(lastClass_);
+  return true;
 }
 
 // A header may add classes, so the list is looked at anew after each.

@@ -40,9 +40,9 @@ class IEAsc::LabelImport : private IEAsc::SectionReader {
 
   bool takeObject();
   bool takeClassName();
-  void findClass();
-  void missClass();
-  void addClass();
+  bool findClass();
+  bool missClass();
+  bool addClass();
   void knowClasses();
   void tell() const;
 

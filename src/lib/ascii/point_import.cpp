@@ -1,5 +1,6 @@
 #include <QObject>
 #include <array>
+#include <cmath>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -13,6 +14,7 @@
 #include "lib/ascii/point_objects.h"
 #include "lib/ascii/record_text.h"
 #include "lib/ascii/section_reader.h"
+#include "lib/frame/class_making.h"
 #include "lib/frame/delimited_record.h"
 
 inline namespace kaldex_v1 {
@@ -68,8 +70,8 @@ class IEAsc::PointImport : private IEAsc::SectionReader {
   bool nameFromField(std::size_t field, std::string& name) const;
 
   bool takeOfClass(const Point& place);
-  void chooseClass(const std::string& name);
-  bool addMissingClass(const std::string& name);
+  bool chooseClass(const std::string& name);
+  bool addMissingClass(const std::string& name, const GeoClass*& made);
   bool takeOfObject(const Point& place);
   bool pointAt(const Point& place, Point2d& point);
 
@@ -151,8 +153,7 @@ bool IEAsc::PointImport::readWordRecord(kaldex::ProgressScope& progress) {
 
 bool IEAsc::PointImport::readName(std::string& current, std::string* lasting, bool mayBeEmpty) {
   char name[kNameCapacity];
-  if (handler_.ExtraiNome(name) == 0) return false;
-  if (!mayBeEmpty && name[0] == 0) {
+  if (handler_.ExtraiNome(name) == 0 || (!mayBeEmpty && name[0] == 0)) {
     handler_.inconsistent(handler_.line2);
     return false;
   }
@@ -183,7 +184,8 @@ bool IEAsc::PointImport::readPoint(kaldex::ProgressScope& progress) {
 bool IEAsc::PointImport::readPlane(Point& point) {
   if (!hasSeparator()) {
     if (!agreedToOldForm()) return false;
-    if (kaldex::scanReals(handler_.lineText(), &point.x, &point.y) != 2) return malformed();
+    const bool found = kaldex::scanReals(handler_.lineText(), &point.x, &point.y) == 2;
+    if (!found || !std::isfinite(point.x) || !std::isfinite(point.y)) return malformed();
   } else {
     if (!splitFields()) return false;
     if (!kaldex::parseReal(fields_[0], point.x) || !kaldex::parseReal(fields_[1], point.y))
@@ -208,7 +210,8 @@ bool IEAsc::PointImport::readGeographic(Point& point) {
     handler_.setLine(text_.c_str());
   }
   float height = 0.0f;
-  if (handler_.readLatLong(transfer_, point, height) != 0) return true;
+  handler_.readLatLong(transfer_, point, height);
+  if (point != Point(-1.0, -1.0) && point != Point(0.0, 0.0)) return true;
   handler_.inconsistent(handler_.line2);
   return false;
 }
@@ -248,7 +251,7 @@ bool IEAsc::PointImport::takeOfClass(const Point& place) {
   if (name == lastingClass_) {
     classId = classId_;
   } else if (!isNone(name)) {
-    chooseClass(name);
+    if (!chooseClass(name)) return false;
     classId = classId_;
   }
   if (!box_.Contains(place)) {
@@ -263,30 +266,31 @@ bool IEAsc::PointImport::takeOfClass(const Point& place) {
   return true;
 }
 
-void IEAsc::PointImport::chooseClass(const std::string& name) {
+bool IEAsc::PointImport::chooseClass(const std::string& name) {
   const auto known = classIds_.find(name);
   classId_ = known != classIds_.end() ? known->second : 0;
   lastingClass_ = name;
-  if (known != classIds_.end()) return;
+  if (known != classIds_.end()) return true;
   const GeoClass* geoClass = category_->classes.findByName(fromLatin1(name));
-  if (geoClass == nullptr && addMissingClass(name)) geoClass = category_->classes.Last();
-  if (geoClass == nullptr) return;
+  if (geoClass == nullptr && !addMissingClass(name, geoClass)) return false;
+  if (geoClass == nullptr) return true;
   classId_ = geoClass->id;
   classIds_.emplace(name, classId_);
+  return true;
 }
 
-bool IEAsc::PointImport::addMissingClass(const std::string& name) {
-  if (refusedClasses_) return false;
+// Null in `made` when the user doesn't want it; false when no more can be made.
+bool IEAsc::PointImport::addMissingClass(const std::string& name, const GeoClass*& made) {
   ++notFound_;
+  if (refusedClasses_) return true;
   if (!addAll_) {
     addAll_ = ask(QObject::tr("Classe não encontrada. Adiciona TODAS as classes não encontradas ?") +
                   fromLatin1(name));
     refusedClasses_ = !addAll_;
-    if (refusedClasses_) return false;
+    if (refusedClasses_) return true;
   }
-  category_->classes.Append(new GeoClass(-1, fromLatin1(name), category_->model, category_->name,
-                                         category_->classes.Size() + 1, category_));
-  return true;
+  made = kaldex::makeClass(*category_, fromLatin1(name));
+  return made != nullptr;
 }
 
 // --- Places of objects ---

@@ -19,7 +19,11 @@ QString fromLatin1(const std::string& text) {
 }  // namespace
 
 IEAsc::PointObjects::PointObjects(IEAsc& handler, Vector& vector)
-    : handler_(handler), vector_(vector), base_(*handler.dataBase), layer_(*handler.infoLayer) {}
+    : handler_(handler),
+      vector_(vector),
+      base_(*handler.dataBase),
+      layer_(*handler.infoLayer),
+      shelf_([this](const Anchor& anchor, int) { storeAnchor(anchor); }) {}
 
 IEAsc::PointObjects::~PointObjects() = default;
 
@@ -45,13 +49,15 @@ bool IEAsc::PointObjects::take(const Point2d& point, const std::string& label, c
     if (!fetchAnchor(known->second)) return false;
     if (anchor_ == nullptr) return true;
   }
-  return addToAnchor(point);
+  addToAnchor(point);
+  return true;
 }
 
 // False when the record goes no further.
 bool IEAsc::PointObjects::selectCategory(const std::string& name) {
   if (category_ != nullptr && name == categoryName_) return true;
-  letGo();
+  anchor_ = nullptr;
+  label_.clear();
   category_ = nullptr;
   if (refused_.count(name) != 0) return false;
   const QString text = fromLatin1(name);
@@ -63,7 +69,8 @@ bool IEAsc::PointObjects::selectCategory(const std::string& name) {
 }
 
 bool IEAsc::PointObjects::selectObject(const std::string& label, const std::string& name) {
-  letGo();
+  anchor_ = nullptr;
+  label_.clear();
   const QString text = fromLatin1(label);
   if (base_.findObjectByLabel(text, *category_, object_) == 0) {
     ObjectDefinition definition;
@@ -93,15 +100,17 @@ bool IEAsc::PointObjects::makeAnchor(const Point2d& point) {
   if (vector_.Insert(*anchor) == 0 || base_.linkAnchor(layer_, *anchor, object_) == 0) return true;
   anchors_.emplace(object_.id, anchor->id);
   visuals_.emplace(anchor->id, anchor->visualId);
-  anchor_ = std::move(anchor);
+  anchor_ = &shelf_.put(std::move(anchor), object_.id);
   return true;
 }
 
 // Without an anchor the record goes no further; without its visual the import ends.
 bool IEAsc::PointObjects::fetchAnchor(int id) {
+  anchor_ = shelf_.find(id);
+  if (anchor_ != nullptr) return true;
   AnchorSet* const anchors = vector_.anchorSet();
-  anchor_.reset(anchors != nullptr ? anchors->Get(id) : nullptr);
-  if (anchor_ == nullptr) {
+  std::unique_ptr<Anchor> stored(anchors != nullptr ? anchors->Get(id) : nullptr);
+  if (stored == nullptr) {
     show(QObject::tr("Erro ao carregar âncora!"));
     return true;
   }
@@ -110,35 +119,29 @@ bool IEAsc::PointObjects::fetchAnchor(int id) {
     show(QObject::tr("Erro ao carregar visual do objeto (âncora)!"));
     return false;
   }
-  anchor_->SetVisual(visual);
+  stored->SetVisual(visual);
+  anchor_ = &shelf_.put(std::move(stored), object_.id);
   return true;
 }
 
-bool IEAsc::PointObjects::addToAnchor(const Point2d& point) {
-  if (point.id == 0) return true;
-  if (anchor_->SelectPoint(point.id) != 0) {
+void IEAsc::PointObjects::addToAnchor(const Point2d& point) {
+  if (point.id == 0) return;
+  if (!shelf_.take(*anchor_, kaldex::AnchorShelf::Kind::point, point.id)) {
     ++counts_.already;
-  } else if (anchor_->InsertPoint(point) != 0) {
+  } else if (anchor_->anchor->InsertPoint(point) != 0) {
     ++counts_.associated;
-    anchorChanged_ = true;
+    anchor_->changed = true;
   }
-  return true;
 }
 
-// An anchor is stored when the records go on to another object: storing it for each of its points would take
-// time with the square of their number.
-void IEAsc::PointObjects::letGo() {
-  if (anchor_ != nullptr && anchorChanged_) {
-    vector_.anchorSet()->Update(*anchor_);
-    base_.saveAnchor(layer_, *anchor_);
-  }
-  anchor_.reset();
-  anchorChanged_ = false;
-  label_.clear();
+void IEAsc::PointObjects::storeAnchor(const Anchor& anchor) {
+  vector_.anchorSet()->Update(anchor);
+  base_.saveAnchor(layer_, anchor);
 }
 
 void IEAsc::PointObjects::close() {
-  letGo();
+  anchor_ = nullptr;
+  shelf_.storeAll();
 }
 
 bool IEAsc::PointObjects::loadVisual(int id, GeneralVisual& visual) const {

@@ -10,6 +10,7 @@
 #include "kaldex/ascii.h"
 #include "kaldex/model/database.h"
 #include "kaldex/model/vector.h"
+#include "lib/frame/anchor_shelf.h"
 
 inline namespace kaldex_v1 {
 
@@ -42,8 +43,8 @@ class IEAsc::PointObjects {
   bool selectObject(const std::string& label, const std::string& name);
   bool makeAnchor(const Point2d& point);
   bool fetchAnchor(int id);
-  bool addToAnchor(const Point2d& point);
-  void letGo();
+  void addToAnchor(const Point2d& point);
+  void storeAnchor(const Anchor& anchor);
   bool loadVisual(int id, GeneralVisual& visual) const;
 
   IEAsc& handler_;
@@ -58,8 +59,8 @@ class IEAsc::PointObjects {
   Category* category_ = nullptr;
   std::string label_;
   KaldexObject object_;
-  std::unique_ptr<Anchor> anchor_;  ///< of the object
-  bool anchorChanged_ = false;
+  kaldex::AnchorShelf::Held* anchor_ = nullptr;  ///< of the object, on the shelf
+  kaldex::AnchorShelf shelf_;
   Counts counts_;
 };
 

@@ -5,6 +5,7 @@
 #include "base/tracer.h"
 #include "kaldex/extforma.h"
 #include "kaldex/model/catalog.h"
+#include "lib/frame/class_making.h"
 
 inline namespace kaldex_v1 {
 
@@ -18,13 +19,14 @@ class SExtFormats::ClassResolution {
 
   /// False when the user wants no classes in a category without.
   bool begin();
-  void resolve(SExtLabelPoint& labelPoint);
+  /// False when no more classes can be made.
+  bool resolve(SExtLabelPoint& labelPoint);
   void tell() const;
 
  private:
   void know(const GeoClass& geoClass);
   int find(const SExtLabelPoint& labelPoint) const;
-  void add(SExtLabelPoint& labelPoint);
+  bool add(SExtLabelPoint& labelPoint);
 
   Category& category_;
   bool byIdentifier_;
@@ -53,25 +55,25 @@ bool SExtFormats::ClassResolution::begin() {
   return true;
 }
 
-void SExtFormats::ClassResolution::resolve(SExtLabelPoint& labelPoint) {
+bool SExtFormats::ClassResolution::resolve(SExtLabelPoint& labelPoint) {
   labelPoint.Iclass = static_cast<short>(find(labelPoint));
-  if (labelPoint.Iclass != 0) return;
+  if (labelPoint.Iclass != 0) return true;
   const bool first = missing_++ == 0;
   if (first && addAll_ == 0 &&
       ask(QObject::tr("Classe não encontrada. Adiciona TODAS as classes não encontradas ?") +
           labelPoint.Name())) {
     addAll_ = 1;
   }
-  if (addAll_ == 1) add(labelPoint);
+  return addAll_ != 1 || add(labelPoint);
 }
 
-void SExtFormats::ClassResolution::add(SExtLabelPoint& labelPoint) {
-  auto* const fresh = new GeoClass(-1, labelPoint.Name(), category_.model, category_.name,
-                                   category_.classes.Size() + 1, &category_);
-  category_.classes.Append(fresh);
+bool SExtFormats::ClassResolution::add(SExtLabelPoint& labelPoint) {
+  const GeoClass* const fresh = kaldex::makeClass(category_, labelPoint.Name());
+  if (fresh == nullptr) return false;
   know(*fresh);
   // Whoever goes by identifiers of its own can't know the new class's: it stays apart from the label.
   if (!byIdentifier_) labelPoint.Iclass = static_cast<short>(fresh->id);
+  return true;
 }
 
 void SExtFormats::ClassResolution::tell() const {
@@ -91,7 +93,9 @@ int SExtFormats::CategorizeLabelPoints(Category* category, int byIdentifier, sho
     if (category->model != THEMATICMODEL) return 1;
     ClassResolution resolution(*category, byIdentifier == 1, *addAll);
     if (!resolution.begin()) return 0;
-    for (SExtLabelPoint* labelPoint : labelPoints) resolution.resolve(*labelPoint);
+    for (SExtLabelPoint* labelPoint : labelPoints) {
+      if (!resolution.resolve(*labelPoint)) return 0;
+    }
     resolution.tell();
     return 1;
   });

@@ -25,14 +25,13 @@ SExtFormats::ObjectBinding::ObjectBinding(SExtFormats& handler, Vector& vector, 
       categories_(base_.GetKaldexObjCategory()),
       cadastral_(layer.model() == CADASTRALMODEL),
       search_(vector, layer.scale),
-      progress_(2 * handler.labelPoints.Size()) {}
+      progress_(2 * handler.labelPoints.Size()),
+      shelf_([this](const Anchor& anchor, int objectId) { storeAnchor(anchor, objectId); }) {}
 
 int SExtFormats::ObjectBinding::run() {
   loadTable();
-  if (LineSet* const lines = vector_.lineSet()) lines->LoadLines(nullptr);
-  Outcome outcome = bindNodesAndLines();
-  if (LineSet* const lines = vector_.lineSet()) lines->DestroyLines();
-  if (outcome == Outcome::bound && cadastral_) outcome = bindPolygons();
+  const Outcome outcome = bindAll();
+  shelf_.storeAll();
   if (outcome == Outcome::failed) progress_.leaveRunning();
   if (outcome != Outcome::bound) return 0;
   if (!cadastral_) {
@@ -42,6 +41,13 @@ int SExtFormats::ObjectBinding::run() {
   show(tally_.text());
   tally_.report(tally_.associated + tally_.alreadyAssociated);
   return 1;
+}
+
+SExtFormats::ObjectBinding::Outcome SExtFormats::ObjectBinding::bindAll() {
+  if (LineSet* const lines = vector_.lineSet()) lines->LoadLines(nullptr);
+  const Outcome outcome = bindNodesAndLines();
+  if (LineSet* const lines = vector_.lineSet()) lines->DestroyLines();
+  return outcome == Outcome::bound && cadastral_ ? bindPolygons() : outcome;
 }
 
 void SExtFormats::ObjectBinding::loadTable() {
@@ -157,28 +163,39 @@ template <class Piece>
 SExtFormats::ObjectBinding::Outcome SExtFormats::ObjectBinding::addToAnchor(const KaldexObject& object,
                                                                             int anchorId,
                                                                             const Piece& piece) {
-  AnchorSet& set = *vector_.anchorSet();
-  const std::unique_ptr<Anchor> anchor(set.Get(anchorId));
-  if (anchor == nullptr) {
-    show(QObject::tr("Erro de I/O.") + QObject::tr("Erro ao carregar âncora!"));
-    return Outcome::failed;
-  }
-  const GeneralVisual* const look = visual(visuals_[anchorId]);
-  if (look == nullptr) {
-    show(QObject::tr("Erro de I/O.") + QObject::tr("Erro ao carregar visual do objeto (âncora)!"));
-    return Outcome::failed;
-  }
-  anchor->SetVisual(*look);
-  if (holds(*anchor, piece)) {
+  kaldex::AnchorShelf::Held* const held = fetchAnchor(object, anchorId);
+  if (held == nullptr) return Outcome::failed;
+  if (!shelf_.take(*held, kindOf(piece), piece.id)) {
     ++tally_.alreadyAssociated;
     return Outcome::bound;
   }
-  if (insert(*anchor, piece) == 0) return Outcome::bound;
+  if (insert(*held->anchor, piece) == 0) return Outcome::bound;
   ++tally_.associated;
-  set.Update(*anchor);
-  const Outcome outcome = updateRow(object, *anchor);
+  // Once its row was found, the anchor's further pieces are stored together.
+  if (held->changed) return Outcome::bound;
+  vector_.anchorSet()->Update(*held->anchor);
+  const Outcome outcome = updateRow(object.id, *held->anchor);
+  held->changed = outcome == Outcome::bound;
   constexpr bool isPolygon = std::is_same_v<Piece, SPolygon>;
   return isPolygon && outcome == Outcome::failed ? Outcome::passedOver : outcome;
+}
+
+kaldex::AnchorShelf::Held* SExtFormats::ObjectBinding::fetchAnchor(const KaldexObject& object, int anchorId) {
+  if (kaldex::AnchorShelf::Held* const held = shelf_.find(anchorId)) return held;
+  AnchorSet* const set = vector_.anchorSet();
+  std::unique_ptr<Anchor> anchor(set != nullptr ? set->Get(anchorId) : nullptr);
+  if (anchor == nullptr) {
+    show(QObject::tr("Erro de I/O.") + QObject::tr("Erro ao carregar âncora!"));
+    return nullptr;
+  }
+  const auto known = visuals_.find(anchorId);
+  const GeneralVisual* const look = visual(known != visuals_.end() ? known->second : anchor->visualId);
+  if (look == nullptr) {
+    show(QObject::tr("Erro de I/O.") + QObject::tr("Erro ao carregar visual do objeto (âncora)!"));
+    return nullptr;
+  }
+  anchor->SetVisual(*look);
+  return &shelf_.put(std::move(anchor), object.id);
 }
 
 template <class Piece>
@@ -191,7 +208,6 @@ void SExtFormats::ObjectBinding::makeAnchor(const KaldexObject& object, const Ca
   vector_.Insert(anchor);
   addRow(object, anchor);
   anchors_[object.id] = anchor.id;
-  visuals_[anchor.id] = anchor.visualId;
 }
 
 const GeneralVisual* SExtFormats::ObjectBinding::visual(int id) {
@@ -201,16 +217,6 @@ const GeneralVisual* SExtFormats::ObjectBinding::visual(int id) {
   if (base_.loadVisual(id, loaded) == 0) return nullptr;
   loaded.id = id;
   return &loadedVisuals_.emplace(id, loaded).first->second;
-}
-
-bool SExtFormats::ObjectBinding::holds(const Anchor& anchor, const Point2d& point) {
-  return anchor.SelectPoint(point.id) != 0;
-}
-bool SExtFormats::ObjectBinding::holds(const Anchor& anchor, const Line& line) {
-  return anchor.SelectLine(line.id) != 0;
-}
-bool SExtFormats::ObjectBinding::holds(const Anchor& anchor, const SPolygon& polygon) {
-  return anchor.SelectPolygon(polygon.id) != 0;
 }
 
 int SExtFormats::ObjectBinding::insert(Anchor& anchor, const Point2d& point) const {
@@ -225,9 +231,14 @@ int SExtFormats::ObjectBinding::insert(Anchor& anchor, const SPolygon& polygon) 
 
 // --- The association table ---
 
-SExtFormats::ObjectBinding::Outcome SExtFormats::ObjectBinding::updateRow(const KaldexObject& object,
+void SExtFormats::ObjectBinding::storeAnchor(const Anchor& anchor, int objectId) {
+  vector_.anchorSet()->Update(anchor);
+  updateRow(objectId, anchor);
+}
+
+SExtFormats::ObjectBinding::Outcome SExtFormats::ObjectBinding::updateRow(int objectId,
                                                                           const Anchor& anchor) {
-  if (!rows_->findRow(QString::fromLatin1(kKey), QString::number(object.id))) {
+  if (!rows_->findRow(QString::fromLatin1(kKey), QString::number(objectId))) {
     show(QObject::tr("Erro de I/O.") + QObject::tr("Um possível erro no arquivo!"));
     return Outcome::failed;
   }

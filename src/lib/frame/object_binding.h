@@ -6,6 +6,7 @@
 
 #include "kaldex/extforma.h"
 #include "kaldex/model/database.h"
+#include "lib/frame/anchor_shelf.h"
 #include "lib/frame/label_search.h"
 #include "lib/frame/progress_scope.h"
 
@@ -28,6 +29,7 @@ class SExtFormats::ObjectBinding {
   };
 
   void loadTable();
+  Outcome bindAll();
   Outcome bindNodesAndLines();
   Outcome bindNode(SExtLabelPoint& labelPoint);
   Outcome bindLine(SExtLabelPoint& labelPoint);
@@ -42,14 +44,16 @@ class SExtFormats::ObjectBinding {
   Outcome addToAnchor(const KaldexObject& object, int anchorId, const Piece& piece);
   template <class Piece>
   void makeAnchor(const KaldexObject& object, const Category& category, const Piece& piece);
+  kaldex::AnchorShelf::Held* fetchAnchor(const KaldexObject& object, int anchorId);
   const GeneralVisual* visual(int id);
-  Outcome updateRow(const KaldexObject& object, const Anchor& anchor);
+  void storeAnchor(const Anchor& anchor, int objectId);
+  Outcome updateRow(int objectId, const Anchor& anchor);
   void addRow(const KaldexObject& object, const Anchor& anchor);
   void setMeasures(const Anchor& anchor);
 
-  static bool holds(const Anchor& anchor, const Point2d& point);
-  static bool holds(const Anchor& anchor, const Line& line);
-  static bool holds(const Anchor& anchor, const SPolygon& polygon);
+  static kaldex::AnchorShelf::Kind kindOf(const Point2d&) { return kaldex::AnchorShelf::Kind::point; }
+  static kaldex::AnchorShelf::Kind kindOf(const Line&) { return kaldex::AnchorShelf::Kind::line; }
+  static kaldex::AnchorShelf::Kind kindOf(const SPolygon&) { return kaldex::AnchorShelf::Kind::polygon; }
   int insert(Anchor& anchor, const Point2d& point) const;
   int insert(Anchor& anchor, const Line& line) const;
   int insert(Anchor& anchor, const SPolygon& polygon) const;
@@ -65,8 +69,9 @@ class SExtFormats::ObjectBinding {
   kaldex::ProgressScope progress_;
   std::unique_ptr<RecordSet> rows_;
   std::unordered_map<int, int> anchors_;  ///< by object
-  std::unordered_map<int, int> visuals_;  ///< by anchor
+  std::unordered_map<int, int> visuals_;  ///< by anchor, of those that the table had; new ones know their own
   std::unordered_map<int, GeneralVisual> loadedVisuals_;
+  kaldex::AnchorShelf shelf_;
 };
 
 }  // namespace kaldex_v1
