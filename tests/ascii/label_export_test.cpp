@@ -324,13 +324,21 @@ TEST_F(LabelExport, PointsOfObjects) {
   }
   addObject("L1", "Um", {}, {}, {ids[0]});
   addObject("L2", "Dois", {}, {}, {ids[0]});
+  // So near that it is the place of the same objects, over the border of a cell of what is searched.
+  Point2d beside(0.9995, 5.0005), away(1.0, 4.9989);
+  ASSERT_NE(vector_->Insert(beside), 0);
+  ASSERT_NE(vector_->Insert(away), 0);
   EXPECT_EQ(records(Kind::points),
             "\nCATEGORY_OBJ  \"Lotes\"\nLABEL  \"L1\"\nNAME   \"Um\"\n1.000000     5.000000"
             "\nCATEGORY_OBJ  \"Lotes\"\nLABEL  \"L2\"\nNAME   \"Dois\"\n1.000000     5.000000"
-            "\nLABEL   \"Nenhuma\"\n2.000000     5.000000");
+            "\nLABEL   \"Nenhuma\"\n2.000000     5.000000"
+            "\nCATEGORY_OBJ  \"Lotes\"\nLABEL  \"L1\"\nNAME   \"Um\"\n0.999500     5.000500"
+            "\nCATEGORY_OBJ  \"Lotes\"\nLABEL  \"L2\"\nNAME   \"Dois\"\n0.999500     5.000500"
+            "\nLABEL   \"Nenhuma\"\n1.000000     4.998900");
   EXPECT_EQ(records(Kind::points, ";"),
             "\n1.000000  ;  5.000000 ; L1 ; Um ; Lotes\n1.000000  ;  5.000000 ; L2 ; Dois ; Lotes"
-            "\n2.000000  ;  5.000000 ; Nenhuma");
+            "\n2.000000  ;  5.000000 ; Nenhuma\n0.999500  ;  5.000500 ; L1 ; Um ; Lotes"
+            "\n0.999500  ;  5.000500 ; L2 ; Dois ; Lotes\n1.000000  ;  4.998900 ; Nenhuma");
   EXPECT_TRUE(records(Kind::generatedPoints)
                   .startsWith("\nCATEGORY_OBJ   \"mapa\"\nLABEL   \"mapa1\"\n1.000000     5"));
   EXPECT_TRUE(records(Kind::generatedPoints, ";").startsWith("\n1.000000  ;  5.000000 ; mapa1 ;  ; mapa\n"));

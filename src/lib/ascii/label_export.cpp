@@ -153,7 +153,7 @@ void IEAsc::LabelExport::visitAnchors(const std::function<void(const Anchor&, co
     const std::unique_ptr<Anchor> anchor(next);
     if (!wantsMore()) return;
     progress_.step();
-    if (identify(*anchor, identity)) visit(*anchor, identity);
+    if (identify(anchor->id, identity)) visit(*anchor, identity);
   }
 }
 
@@ -240,8 +240,8 @@ void IEAsc::LabelExport::loadObjects() {
   }
 }
 
-bool IEAsc::LabelExport::identify(const Anchor& anchor, Identity& identity) {
-  const auto found = objects_.find(anchor.id);
+bool IEAsc::LabelExport::identify(int anchorId, Identity& identity) {
+  const auto found = objects_.find(anchorId);
   if (found == objects_.end()) return false;
   DataBase& base = *handler_.dataBase;
   Category* const category = base.GetKaldexObjCategory().Select(found->second.category);

@@ -94,7 +94,7 @@ class IEAsc::LabelExport {
 
   // Objects
   void loadObjects();
-  bool identify(const Anchor& anchor, Identity& identity);
+  bool identify(int anchorId, Identity& identity);
 
   IEAsc& handler_;
   Vector& vector_;

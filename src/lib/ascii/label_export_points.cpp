@@ -1,4 +1,6 @@
 #include <QObject>
+#include <algorithm>
+#include <cmath>
 #include <memory>
 #include <vector>
 
@@ -12,6 +14,61 @@ constexpr int kBaseCapacity = 50;
 constexpr int kNameCapacity = 50;
 constexpr double kReach = 0.001;
 constexpr char kNone[] = "Nenhuma";
+
+/// Which anchors have a point within reach of a place. What an anchor has may lie anywhere, so that a search
+/// through the anchors around a place would look at all points of most of them.
+class AnchorsOfPlaces {
+ public:
+  /// `points` in ascending identifier; borrowed.
+  explicit AnchorsOfPlaces(const std::vector<Point2d>& points) : points_(points) {}
+
+  void add(const Anchor& anchor);
+  /// To be called before the search.
+  void sort() { std::sort(places_.begin(), places_.end(), before); }
+  /// In ascending identifier, into `anchors`.
+  void find(const Point& place, std::vector<int>& anchors) const;
+
+ private:
+  /// Cells as large as the reach: what is within reach lies in the place's own or in one beside it.
+  struct Place {
+    double column;
+    double row;
+    const Point2d* point;
+    int anchor;
+  };
+  static double cell(double coordinate) { return std::floor(coordinate / kReach); }
+  static bool before(const Place& one, const Place& other) {
+    return one.column != other.column ? one.column < other.column : one.row < other.row;
+  }
+
+  const std::vector<Point2d>& points_;
+  std::vector<Place> places_;
+};
+
+void AnchorsOfPlaces::add(const Anchor& anchor) {
+  for (const int id : anchor.points) {
+    const auto found = std::lower_bound(points_.begin(), points_.end(), id,
+                                        [](const Point2d& point, int wanted) { return point.id < wanted; });
+    if (found == points_.end() || found->id != id) continue;
+    places_.push_back({cell(found->x), cell(found->y), &*found, anchor.id});
+  }
+}
+
+void AnchorsOfPlaces::find(const Point& place, std::vector<int>& anchors) const {
+  anchors.clear();
+  const Box around(place.x - kReach, place.y - kReach, place.x + kReach, place.y + kReach);
+  const double row = cell(place.y);
+  for (const double side : {-1.0, 0.0, 1.0}) {
+    const double column = cell(place.x) + side;
+    auto at = std::lower_bound(places_.begin(), places_.end(), Place{column, row - 1, nullptr, 0}, before);
+    for (; at != places_.end() && at->column == column && at->row <= row + 1; ++at) {
+      if (around.Contains(*at->point)) anchors.push_back(at->anchor);
+    }
+  }
+  std::sort(anchors.begin(), anchors.end());
+  anchors.erase(std::unique(anchors.begin(), anchors.end()), anchors.end());
+}
+
 }  // namespace
 
 /// 2D points, with what they are or under names of their own.
@@ -26,10 +83,16 @@ class IEAsc::LabelExport::Points : public LabelExport {
   void writeHeader(bool withClasses);
   void writeClasses(bool onlyUsed);
   void writeObjects();
-  void writeObjectsAt(const Point2d& point);
+  void gatherAnchors(AnchorsOfPlaces& anchors);
+  void writeObjectsAt(const Point2d& point, const std::vector<int>& anchors);
   void writeObject(const Point& place, const Identity& identity);
   void writeStranger(const Point& place);
   void writeNamed(const Point& place, const QByteArray& base, const QByteArray& name);
+
+  // Of the anchor that was met last: a neighbour often is the place of the same object.
+  int identified_ = 0;
+  bool hasIdentity_ = false;
+  Identity identity_;
 };
 
 int IEAsc::LabelExport::Points::run(bool onlyUsed) {
@@ -87,28 +150,41 @@ void IEAsc::LabelExport::Points::writeClasses(bool onlyUsed) {
   }
 }
 
-// The points are copied first: the search for objects goes through the same store as the walk.
+// The points are copied first, as neighbours are looked for among them.
 void IEAsc::LabelExport::Points::writeObjects() {
   if (vector_.anchorSet() != nullptr) loadObjects();
   std::vector<Point2d> points;
   for (const Point2d* point = vector_.FirstPoint2d(); point != nullptr; point = vector_.NextPoint2d()) {
     points.push_back(*point);
   }
+  AnchorsOfPlaces anchorsOfPlaces(points);
+  gatherAnchors(anchorsOfPlaces);
+  std::vector<int> anchors;
   for (const Point2d& point : points) {
     if (!wantsMore()) return;
     progress_.step();
     ++pointsRead_;
-    writeObjectsAt(point);
+    anchorsOfPlaces.find(point, anchors);
+    writeObjectsAt(point, anchors);
   }
 }
 
-void IEAsc::LabelExport::Points::writeObjectsAt(const Point2d& point) {
-  const Box around(point.x - kReach, point.y - kReach, point.x + kReach, point.y + kReach);
-  AnchorList anchors(List::Ownership::owns);
-  if (vector_.Anchors(around, anchors, 1, 0, 0) == 0) return writeStranger(point);
-  Identity identity;
-  for (const Anchor* anchor : anchors) {
-    if (identify(*anchor, identity)) writeObject(point, identity);
+void IEAsc::LabelExport::Points::gatherAnchors(AnchorsOfPlaces& anchors) {
+  if (vector_.anchorSet() == nullptr) return;
+  for (Anchor* next = vector_.FirstAnchor(); next != nullptr; next = vector_.NextAnchor()) {
+    const std::unique_ptr<Anchor> anchor(next);
+    if (!wantsMore()) return;
+    anchors.add(*anchor);
+  }
+  anchors.sort();
+}
+
+void IEAsc::LabelExport::Points::writeObjectsAt(const Point2d& point, const std::vector<int>& anchors) {
+  if (anchors.empty()) return writeStranger(point);
+  for (const int anchor : anchors) {
+    if (anchor != identified_) hasIdentity_ = identify(anchor, identity_);
+    identified_ = anchor;
+    if (hasIdentity_) writeObject(point, identity_);
   }
 }
 
