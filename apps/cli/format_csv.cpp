@@ -233,7 +233,7 @@ bool ColumnAppend::writeValues(const CsvSource& source) {
   CsvQuestion question;
   question.separator = source.survey().separator();
   question.newSeparator = QStringLiteral(";");
-  question.wholeWords = question.needsFirst = true;
+  question.wholeWords = true;
   CsvCleaner cleaner(question);
   QString error;
   const QString from = source.folder() + QLatin1Char('/') + source.name();

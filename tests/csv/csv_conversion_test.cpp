@@ -82,6 +82,14 @@ TEST_F(CsvConversion, RewritesRowsAsASection) {
        {"T_KEY", "b"},
        2,
        head("") + "T_KEY ; TEXT ; 17 ;\nb ; TEXT ; 17 ;\nINFO_END\nk;1;5\nm;2\n\nEND"},
+      {"a;b;c\n;k;1\n,x;k;2\n// end",
+       {"a"},
+       2,
+       head() + "a ; TEXT ; 17 ;\nINFO_END\nk ;;k;1\nk ;,x;k;2\n\nEND"},
+      {"b;//a\n1;2",
+       {"b", "//a"},
+       0,
+       head() + "b ; TEXT ; 17 ;\nX/a ; TEXT ; 17 ;\nINFO_END\n0000001 ;1;2\n\nEND"},
       // The empty last row of a final line end.
       {"a\n1\n", {"a"}, 0, head() + "a ; TEXT ; 17 ;\nINFO_END\n0000001 ;1\n0000002 ;\n\nEND"},
   };
@@ -105,6 +113,8 @@ TEST_F(CsvConversion, FailuresLeaveTheHandlerAtTheDelimitedFile) {
   EXPECT_EQ(messages.take(), "Erro de I/O.");
   EXPECT_EQ(in->ConvertCsvToAscii(lots, columns({"a", "b"}), 3), 0);
   EXPECT_EQ(messages.take(), kBad + "1;2");
+  EXPECT_EQ(handlerFor("t.csv", "a;b\n1;//x")->ConvertCsvToAscii(lots, columns({"a", "b"}), 2), 0);
+  EXPECT_EQ(messages.take(), kBad + "1;//x");
   QFile::remove(path("t.csv"));
   EXPECT_EQ(in->ConvertCsvToAscii(lots, columns({"a"}), 0), 0);
   EXPECT_EQ(messages.take(), "Erro de I/O.\nErro de I/O.");

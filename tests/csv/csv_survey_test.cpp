@@ -33,11 +33,13 @@ class CsvSurveyed : public CsvFixture {
 };
 
 TEST_F(CsvSurveyed, TellsWhatATableCantCarry) {
-  CsvQuestion any, names, key, first, none, semicolon;
+  CsvQuestion any, names, key, first, none, semicolon, tab;
   any.anySeparator = names.shortNames = first.needsFirst = true;
   key.key = "NUM";
   none.separator = "";
   semicolon.separator = ";";
+  tab.separator = "\t";
+  const int longest = 28671;
   const struct {
     QByteArray content;
     CsvQuestion question;
@@ -65,10 +67,17 @@ TEST_F(CsvSurveyed, TellsWhatATableCantCarry) {
       {"a;;b\n1;2;3\n", semicolon, "9 1:3"},
       {"populacao90;POPULACAO91\n1;2\n", names, "10 1:13"},
       {"populacao90;POPULACAO91\n1;2\n", {}, ""},
-      {"num;b\n ;2\n1;\n", key, "11 2:1"},
+      {"num;b\n ;2\n1;\n", key, "11 2:2"},
       {"a;b\n;2\n", first, "12 2:1"},
       {"a;b\n1;" + QByteArray(40000, 'x') + "\n1\n", {}, "13 2:1\n8 3:1"},
+      {"a;b\n1;" + QByteArray(longest - 1, 'x'), {}, "13 2:1"},
+      {"a;b\n1;" + QByteArray(longest - 2, 'x') + "\n", {}, ""},
+      {"a;b\n // " + QByteArray(40000, 'x') + "\n1;2\n", {}, ""},
       {"a;b\n1,2;3\n", none, ""},
+      {"  a;;b\n1;2;3\n", semicolon, "9 1:5"},
+      {"a;b\n  ,1;2\n  1,1;2\n", any, "7 3:4"},
+      {"\"a,b\";c\n1;2\n", {}, "6 1:1"},
+      {"a\tb\tc\n1\t\t\"x\"\n\t2\t3\n", tab, "6 2:4\n8 3:2"},
   };
   for (const auto& one : cases) {
     EXPECT_EQ(survey(one.content, one.question), one.found) << one.content.left(40).toStdString();
@@ -113,10 +122,49 @@ TEST_F(CsvSurveyed, CleansQuotes) {
   QString error;
   EXPECT_TRUE(CsvCleaner(comma).clean(path("t.csv"), path("out.csv"), error));
   EXPECT_EQ(read("out.csv"), "a;b\nx y;u v");
+  CsvQuestion tab;
+  tab.separator = "\t";
+  EXPECT_EQ(clean("a\tb\tc\n1\t\t\"x\ty\"\n", tab), "a\tb\tc\n1\t\tx y");
   write("t.csv", "a;b\n1;2\n1;\"x\ny\nz");
   EXPECT_FALSE(CsvCleaner(CsvQuestion()).clean(path("t.csv"), path("out.csv"), error));
   EXPECT_EQ(error, "Aspas ou linha sem fim, que começam na linha 3");
   EXPECT_FALSE(CsvCleaner(CsvQuestion()).clean(path("t.csv"), "/dev/full", error));
+  // A quote that is closed too late for a record.
+  write("t.csv", "a;b\n1;\"x" + QByteArray(40000, '\n') + "y\"\n");
+  EXPECT_FALSE(CsvCleaner(CsvQuestion()).clean(path("t.csv"), path("out.csv"), error));
+  EXPECT_EQ(error, "Aspas ou linha sem fim, que começam na linha 2");
+}
+
+TEST_F(CsvSurveyed, CleansWhatReadersWouldNotSee) {
+  EXPECT_EQ(clean("// c\n\n a;b\n//" + QByteArray(60000, 'x') + "\n\"//y\";1\n//z\n"), "a;b\n/ y;1");
+  EXPECT_EQ(changes, "1 0");
+  EXPECT_EQ(clean("a\n\"\"\n1\n\"\"\n"), "a\n1");
+  EXPECT_EQ(changes, "0 2");
+  EXPECT_EQ(clean("x;\"//y\"\n1;2\n"), "x;/_y\n1;2");
+  // What spreadsheets are told, and separators in a header's quotes.
+  EXPECT_EQ(clean("SEP=|\r\na,b|c\n1|2\n"), "a b|c\n1|2");
+  EXPECT_EQ(clean("\"a,b\";c\n1;2\n\"x,1\";2\n"), "a b;c\n1;2\nx,1;2");
+  QByteArray header, row;
+  for (int i = 0; i < 2000; ++i) {
+    header += "quantid" + QByteArray::number(i) + ";";
+    row += "1;";
+  }
+  clean(header + "\n" + row + "\n", [] {
+    CsvQuestion question;
+    question.shortNames = true;
+    return question;
+  }());
+}
+
+TEST_F(CsvSurveyed, AFileIsNotCleanedIntoItself) {
+  write("t.csv", "a;b\n1;2\n");
+  write("out.csv", "old");
+  CsvCleaner cleaner{CsvQuestion()};
+  QString error;
+  EXPECT_FALSE(cleaner.clean(path("t.csv"), path("t.csv"), error));
+  EXPECT_EQ(read("t.csv"), "a;b\n1;2\n");
+  EXPECT_FALSE(cleaner.clean(path("nothing"), path("out.csv"), error));
+  EXPECT_EQ(read("out.csv"), "old");
 }
 
 }  // namespace

@@ -103,6 +103,7 @@ TEST_F(CsvColumns, WhatIsWrongLeavesTheTableAsItWas) {
   const QString badHead =
       "Arquivo INCONSISTENTE. Falta de informação ou erro nos parâmetros da seção INFO!INFO_END ???";
   const QByteArray whole = head() + "L1;Um;1;a\nEND\n";
+  const QByteArray tooLong = "nova\n" + QByteArray(40000, 'x');
   const struct {
     QByteArray table;
     const char* values;
@@ -112,6 +113,7 @@ TEST_F(CsvColumns, WhatIsWrongLeavesTheTableAsItWas) {
       {"\nTABLE\nINFO\n//c\n", "nova\n1\n", badHead},
       {head().left(head().indexOf("nota")), "nova\n1\n", badHead},
       {whole, nullptr, "Erro de I/O."},
+      {whole, tooLong.constData(), kBad + QString(245, 'x')},
   };
   for (const auto& one : cases) {
     QFile::remove(path("more.csv"));
@@ -156,7 +158,7 @@ TEST_F(CsvNonSpatial, FillsATable) {
 }
 
 TEST_F(CsvNonSpatial, AHeaderEndsAtItsFirstEmptyName) {
-  ASSERT_EQ(handlerFor("t.csv", "a;b;0;d\n1;;3;4\n")->Import_CSV_TAB_NOTSPACIAL(table), 1);
+  ASSERT_EQ(handlerFor("t.csv", "a;b;0;d\n1;;3;4\n// no row")->Import_CSV_TAB_NOTSPACIAL(table), 1);
   EXPECT_EQ(rowsOf(table->attributeTable), "1|XXX");
 }
 

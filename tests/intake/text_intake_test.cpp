@@ -77,6 +77,8 @@ TEST_F(TextIntakeTest, TablesEndWithoutALineEnd) {
   EXPECT_EQ(prepared("a;b\r\n1;2\r\n", TextForm::delimitedTable), QByteArray("a;b\n1;2"));
   EXPECT_EQ(prepared("a;b\r\n1;2\r\n\x1A\x1A", TextForm::delimitedTable), QByteArray("a;b\n1;2"));
   EXPECT_EQ(prepared("a;b\n\n1;2", TextForm::delimitedTable), QByteArray("(same)"));
+  EXPECT_EQ(prepared("a;b\n1;2\n \t\n  ", TextForm::delimitedTable), QByteArray("a;b\n1;2"));
+  EXPECT_EQ(prepared("a;b\r\n \t1;2  ", TextForm::delimitedTable), QByteArray("a;b\n \t1;2  "));
 }
 
 TEST_F(TextIntakeTest, TellsCharactersThatLatin1CannotHold) {

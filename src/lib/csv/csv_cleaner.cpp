@@ -1,10 +1,15 @@
+#include <sys/stat.h>
+
 #include <QFile>
+#include <QHash>
 #include <QObject>
 #include <QSet>
 #include <algorithm>
 #include <cstdio>
 #include <memory>
 
+#include "base/character_class.h"
+#include "base/companion_file.h"
 #include "base/number_text.h"
 #include "base/text_output.h"
 #include "base/tracer.h"
@@ -23,6 +28,27 @@ struct Closer {
 
 constexpr std::size_t kShortName = 8;
 
+bool isComment(std::string_view line) {
+  return line.substr(0, 2) == "//";
+}
+
+// A first line "sep=;" tells spreadsheets the separator, and is none of the table's; 0 for any other line.
+char toldSeparator(std::string_view line) {
+  constexpr std::string_view word = "sep=";
+  while (!line.empty() && line.back() == '\r') line.remove_suffix(1);
+  const bool quoted = line.size() > 2 && line.front() == '"' && line.back() == '"';
+  if (quoted) line = line.substr(1, line.size() - 2);
+  const bool tells = line.size() == word.size() + 1 && qstrnicmp(line.data(), word.data(), word.size()) == 0;
+  return tells ? line.back() : '\0';
+}
+
+bool areOneFile(const QByteArray& one, const QByteArray& other) {
+  struct stat ofOne {};
+  struct stat ofOther {};
+  return ::stat(one.constData(), &ofOne) == 0 && ::stat(other.constData(), &ofOther) == 0 &&
+         ofOne.st_dev == ofOther.st_dev && ofOne.st_ino == ofOther.st_ino;
+}
+
 QString shortName(const std::string& name) {
   return QString::fromLatin1(name.data(), static_cast<int>(std::min(name.size(), kShortName))).toUpper();
 }
@@ -37,11 +63,15 @@ class CsvCleaner::Walk {
   bool run(QString& error);
 
  private:
+  /// Whether a line is no record: blank, a comment or what tells the separator.
+  bool passesOver(std::string_view line);
+  bool takesSeparator(std::string_view line);
   bool addLines(std::string_view line, QString& error);
   void chooseSeparator(std::string_view header);
   void takeHeader();
   void nameColumn(std::string& name);
   void fitRow();
+  void keepFirst(std::string& field);
   void writeRecord();
   void cleanField(std::string& field);
   bool isUnwanted(char c) const;
@@ -51,21 +81,20 @@ class CsvCleaner::Walk {
   kaldex::LineSource source_;
   kaldex::TextOutput out_;
   kaldex::QuotedRecord record_;
+  char told_ = 0;
   char separator_ = 0;
   char newSeparator_ = 0;
   std::size_t columns_ = 0;
+  bool inHeader_ = false;
   QSet<QString> names_;
-  bool anything_ = false;  ///< whether a record was written
+  QHash<QString, int> numbers_;  ///< the last one that a name got
+  bool anything_ = false;        ///< whether a record was written
 };
 
 bool CsvCleaner::Walk::run(QString& error) {
-  if (!source_.isOpen()) {
-    error = QObject::tr("Não foi possível ler o arquivo: ");
-    return false;
-  }
   std::string_view line;
   while (source_.next(line)) {
-    if (line.find_first_not_of(" \t\r") == std::string_view::npos) continue;
+    if (passesOver(line)) continue;
     const bool header = columns_ == 0;
     if (header) chooseSeparator(line);
     record_.clear();
@@ -77,9 +106,24 @@ bool CsvCleaner::Walk::run(QString& error) {
     }
     writeRecord();
   }
-  if (out_.flush()) return true;
+  if (out_.flush() && !source_.hasFailed()) return true;
   error = QObject::tr("Erro de I/O.");
   return false;
+}
+
+bool CsvCleaner::Walk::passesOver(std::string_view line) {
+  const std::string_view text = line.substr(std::min(line.find_first_not_of(" \t\r"), line.size()));
+  if (takesSeparator(text)) return true;
+  if (!isComment(text)) return text.empty() && !source_.isCut();
+  while (source_.isCut() && source_.next(line)) {
+  }
+  return true;
+}
+
+bool CsvCleaner::Walk::takesSeparator(std::string_view line) {
+  if (source_.number() != 1 || !question_.separator.isNull()) return false;
+  told_ = toldSeparator(line);
+  return told_ != 0;
 }
 
 bool CsvCleaner::Walk::addLines(std::string_view line, QString& error) {
@@ -95,8 +139,7 @@ bool CsvCleaner::Walk::addLines(std::string_view line, QString& error) {
 
 void CsvCleaner::Walk::chooseSeparator(std::string_view header) {
   if (question_.separator.isNull()) {
-    const char* const shown = kaldex::detectSeparator(kaldex::stripped(header));
-    separator_ = shown != nullptr ? shown[0] : '\0';
+    separator_ = told_ != 0 ? told_ : kaldex::shownSeparator(header);
   } else {
     const QByteArray separator = question_.separator.toLatin1();
     separator_ = separator.isEmpty() ? '\0' : separator[0];
@@ -108,22 +151,35 @@ void CsvCleaner::Walk::chooseSeparator(std::string_view header) {
 
 void CsvCleaner::Walk::takeHeader() {
   columns_ = record_.fields().size();
+  inHeader_ = true;
   for (std::string& name : record_.fields()) {
     cleanField(name);
-    if (question_.wholeWords) std::replace(name.begin(), name.end(), ' ', '_');
+    if (question_.wholeWords) {
+      std::replace_if(
+          name.begin(), name.end(),
+          [](char c) { return kaldex::isBlankCharacter(static_cast<unsigned char>(c)); }, '_');
+    }
     nameColumn(name);
   }
+  inHeader_ = false;
 }
 
 void CsvCleaner::Walk::nameColumn(std::string& name) {
+  // A declaration begins with the name.
+  if (isComment(name)) {
+    name[1] = '_';
+    ++cleaner_.changedFields_;
+  }
   const bool nameless = name.empty() || name == "0";
   const std::string wanted = nameless ? "COL" : name.substr(0, kShortName);
   if (nameless) name.clear();
-  for (int number = 1; name.empty() || names_.contains(shortName(name)); ++number) {
+  const bool changes = nameless || names_.contains(shortName(name));
+  if (changes) ++cleaner_.changedFields_;
+  int& number = numbers_[shortName(wanted)];
+  while (name.empty() || names_.contains(shortName(name))) {
     std::string suffix;
-    kaldex::appendInt(suffix, number);
+    kaldex::appendInt(suffix, ++number);
     name = wanted.substr(0, kShortName - suffix.size()) + suffix;
-    if (number == 1) ++cleaner_.changedFields_;
   }
   names_.insert(shortName(name));
 }
@@ -135,14 +191,27 @@ void CsvCleaner::Walk::fitRow() {
   while (fields.size() > columns_ && fields.back().empty()) fields.pop_back();
   if (fields.size() < columns_) fields.resize(columns_);
   if (fields.size() != before) ++cleaner_.changedRows_;
-  if (!question_.needsFirst || !fields.front().empty()) return;
-  fields.front() = "0";
+  keepFirst(fields.front());
+}
+
+// What a line begins with must not hide from readers what follows: they miss an empty field there, and take
+// what begins "//" for a comment.
+void CsvCleaner::Walk::keepFirst(std::string& field) {
+  if (isComment(field)) {
+    field[1] = ' ';
+  } else if (question_.needsFirst && field.empty()) {
+    field = "0";
+  } else {
+    return;
+  }
   ++cleaner_.changedFields_;
 }
 
 // The characters that part fields, besides the separator itself, and what no line can hold.
 bool CsvCleaner::Walk::isUnwanted(char c) const {
-  const bool parts = question_.anySeparator && (c == ',' || c == ';' || c == '|');
+  // What is to be found by the header must not be hidden by its names.
+  const bool all = question_.anySeparator || (inHeader_ && question_.separator.isNull());
+  const bool parts = all && (c == ',' || c == ';' || c == '|');
   // Without a separator both are 0, which no line can hold either.
   return c == separator_ || c == newSeparator_ || parts || c == '\r' || c == '\0';
 }
@@ -154,12 +223,18 @@ void CsvCleaner::Walk::cleanField(std::string& field) {
     c = ' ';
     changed = true;
   }
-  field = std::string(kaldex::stripped(field));
+  const std::string_view inside = kaldex::stripped(field);
+  if (inside.size() != field.size()) field = std::string(inside);
   if (changed) ++cleaner_.changedFields_;
 }
 
-// No line end behind the last record: readers would take it for one more, empty row.
+// No line end behind the last record: readers would take it for one more, empty row. Nor is an empty line
+// one.
 void CsvCleaner::Walk::writeRecord() {
+  if (record_.fields().size() == 1 && record_.fields().front().empty()) {
+    ++cleaner_.changedRows_;
+    return;
+  }
   if (anything_) out_.append('\n');
   anything_ = true;
   bool first = true;
@@ -172,7 +247,14 @@ void CsvCleaner::Walk::writeRecord() {
 
 bool CsvCleaner::clean(const QString& from, const QString& to, QString& error) {
   const Tracer tracer(__FILE__, __LINE__, "CsvCleaner::clean");
-  const std::unique_ptr<FILE, Closer> out(std::fopen(QFile::encodeName(to).constData(), "wb"));
+  changedFields_ = changedRows_ = 0;
+  if (!kaldex::LineSource(from).isOpen()) {
+    error = QObject::tr("Não foi possível ler o arquivo: ") + from;
+    return false;
+  }
+  const QByteArray target = QFile::encodeName(to);
+  const bool same = areOneFile(kaldex::pathBytes(from), target);
+  const std::unique_ptr<FILE, Closer> out(same ? nullptr : std::fopen(target.constData(), "wb"));
   if (out == nullptr) {
     error = QObject::tr("Erro de I/O.");
     return false;

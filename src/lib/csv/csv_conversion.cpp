@@ -81,13 +81,15 @@ void SExtFormats::CsvConversion::writeHead() {
   table_.endHeader();
 }
 
-// What the last, failing read has left is a row too, even when it is nothing.
+// What the last, failing read has left is a row too, even when it is nothing, unless it is a comment.
 bool SExtFormats::CsvConversion::convertRows() {
   kaldex::ProgressScope progress(handler_.progressMaximum(kBytesPerRow));
   for (bool more = true; more;) {
     handler_.clearLine();
     more = handler_.readLine() != 0;
-    if (handler_.lineRefused_ || progress.cancelled() || !writeRow()) return false;
+    if (handler_.lineRefused_ || progress.cancelled()) return false;
+    if (!more && endsInComment()) break;
+    if (!writeRow()) return false;
     progress.step();
   }
   return true;
@@ -120,13 +122,18 @@ void SExtFormats::CsvConversion::writeNumber() {
 bool SExtFormats::CsvConversion::writeKey() {
   kaldex::DelimitedFields fields(row_, ";");
   std::string_view field;
-  for (short i = 0; i < key_; ++i) {
+  // Splitting misses an empty first field, but not the columns behind it.
+  const short first = !row_.empty() && row_[0] == ';' ? 1 : 0;
+  for (short i = first; i < key_; ++i) {
     if (fields.next(field)) continue;
     if (i > 0) return malformed();
     ioError();
     return false;
   }
-  table_.out().append(kaldex::stripped(field));
+  field = kaldex::stripped(field);
+  // A reader would take the row for a comment.
+  if (field.substr(0, 2) == "//") return malformed();
+  table_.out().append(field);
   table_.out().append(" ;");
   return true;
 }

@@ -10,9 +10,10 @@ namespace {
 
 constexpr std::string_view kSeparators = ",;|";
 
-std::size_t firstNonBlank(std::string_view text, std::size_t from) {
-  const std::size_t at = text.find_first_not_of(" \t", from);
-  return at == std::string_view::npos ? text.size() : at;
+// A blank may be the separator itself, and is then none.
+std::size_t firstNonBlank(std::string_view text, std::size_t from, char separator) {
+  while (from < text.size() && (text[from] == ' ' || text[from] == '\t') && text[from] != separator) ++from;
+  return from;
 }
 
 // Where the quoted field that begins at `quote` ends: the position of its last quote, or npos.
@@ -31,7 +32,7 @@ std::size_t closingQuote(std::string_view line, std::size_t quote) {
 // A quote that opens a field, and is not closed before the next separator: does the text between look like
 // the inside of a field? Only if what follows the closing quote is a separator or the end.
 void findQuotes(std::string_view line, std::size_t start, std::size_t end, char separator, CsvLine& result) {
-  const std::size_t quote = firstNonBlank(line, start);
+  const std::size_t quote = firstNonBlank(line, start, separator);
   if (quote >= end || line[quote] != '"') return;
   result.quotedField = std::min(result.quotedField, quote);
   const std::size_t closing = closingQuote(line, quote);
@@ -39,12 +40,24 @@ void findQuotes(std::string_view line, std::size_t start, std::size_t end, char 
     result.openQuote = std::min(result.openQuote, quote);
     return;
   }
-  const std::size_t behind = firstNonBlank(line, closing + 1);
+  const std::size_t behind = firstNonBlank(line, closing + 1, separator);
   const bool closes = behind == line.size() || line[behind] == separator;
   if (closing > end && closes) result.quotedSeparator = std::min(result.quotedSeparator, end);
 }
 
 }  // namespace
+
+char shownSeparator(std::string_view header) {
+  header = stripped(header);
+  std::string shown(header);
+  bool quoted = false;
+  for (char& c : shown) {
+    if (c == '"') quoted = !quoted;
+    if (quoted) c = '"';
+  }
+  const char* const found = detectSeparator(quoted ? header : shown);
+  return found != nullptr ? *found : '\0';
+}
 
 void takeApart(std::string_view line, char separator, bool anySeparator, CsvLine& result) {
   result.fields.clear();
@@ -74,7 +87,7 @@ void QuotedRecord::clear() {
 }
 
 bool QuotedRecord::add(std::string_view line) {
-  size_ += line.size();
+  size_ += line.size() + 1;
   std::size_t at = 0;
   if (inQuotes_) {
     fields_.back() += ' ';  // for the line's end
@@ -84,7 +97,7 @@ bool QuotedRecord::add(std::string_view line) {
   }
   while (at <= line.size()) {
     fields_.emplace_back();
-    const std::size_t begin = firstNonBlank(line, at);
+    const std::size_t begin = firstNonBlank(line, at, separator_);
     if (begin < line.size() && line[begin] == '"' && separator_ != '"') {
       at = addQuoted(line, begin + 1);
       if (inQuotes_) return false;

@@ -19,6 +19,9 @@ struct CsvLine {
   std::size_t foreignSeparator = npos;
 };
 
+// The separator that a header shows (see detectSeparator), where quotes don't hide it; 0 for none.
+char shownSeparator(std::string_view header);
+
 // `separator` 0: the line is one field. With `anySeparator` the others of ",;|" count as foreign.
 void takeApart(std::string_view line, char separator, bool anySeparator, CsvLine& result);
 
@@ -31,6 +34,7 @@ class QuotedRecord {
   // Take a line in; true when the record is complete.
   bool add(std::string_view line);
   std::vector<std::string>& fields() { return fields_; }
+  // Of the lines taken in, with their ends.
   std::size_t size() const { return size_; }
   void clear();
 

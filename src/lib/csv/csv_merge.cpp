@@ -19,6 +19,7 @@ namespace {
 
 constexpr int kTableEnding = 8;  // "_TAB.kdx"
 constexpr int kBytesPerRow = 60;
+constexpr int kLongestShown = 245;
 
 bool begins(const char* text, const char* beginning) {
   return std::strncmp(text, beginning, std::strlen(beginning)) == 0;
@@ -41,22 +42,26 @@ class ValueLines {
     std::string word(kLongestWord, 0);
     return kaldex::readWord(file_, word.data(), word.size()) != EOF;
   }
+  // Read the next line; false for one that is too long for a record.
+  bool next();
   // Empty behind the last line.
-  const std::string& next();
+  const std::string& line() const { return line_; }
 
  private:
   static constexpr std::size_t kLongestWord = 32768;
+  static constexpr std::size_t kLongestRecord = 28671;
 
   FILE* file_;
   std::string line_;
 };
 
-const std::string& ValueLines::next() {
+bool ValueLines::next() {
   line_.clear();
   int c = kaldex::readCharacter(file_);
   while (c == ' ' || (c >= '\t' && c <= '\r')) c = kaldex::readCharacter(file_);
-  for (; c != EOF && c != '\n'; c = kaldex::readCharacter(file_)) line_ += static_cast<char>(c);
-  return line_;
+  for (; c != EOF && c != '\n' && line_.size() <= kLongestRecord; c = kaldex::readCharacter(file_))
+    line_ += static_cast<char>(c);
+  return line_.size() <= kLongestRecord;
 }
 
 }  // namespace
@@ -172,9 +177,13 @@ bool SExtFormats::CsvMerge::joinRows(kaldex::TableFile& out, ValueLines& values)
     if (handler_.lineRefused_ || progress.cancelled()) return false;
     if (!found || row == "END") return true;
     if (begins(handler_.line, "INFO_END")) continue;
+    if (!values.next()) {
+      show(QObject::tr("Arquivo INCONSISTENTE!") + text(values.line()).left(kLongestShown));
+      return false;
+    }
     out.out().append(row);
     out.out().append(!row.empty() && row.back() == ';' ? " " : " ; ");
-    out.out().append(values.next());
+    out.out().append(values.line());
     out.line(" ;");
     progress.step();
     if (out.ok()) continue;

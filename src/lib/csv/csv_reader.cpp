@@ -29,7 +29,11 @@ SExtFormats::CsvReader::Row SExtFormats::CsvReader::nextRow() {
   if (handler_.readLine() != 0) return Row::found;
   ended_ = true;
   if (handler_.lineRefused_) return Row::failed;
-  return handler_.line[0] != 0 ? Row::found : Row::ended;
+  return handler_.line[0] != 0 && !endsInComment() ? Row::found : Row::ended;
+}
+
+bool SExtFormats::CsvReader::endsInComment() const {
+  return handler_.line[0] == '/' && handler_.line[1] == '/';
 }
 
 bool SExtFormats::CsvReader::split(LastField last) {

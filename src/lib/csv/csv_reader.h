@@ -28,6 +28,9 @@ class SExtFormats::CsvReader {
   /// The next line. The last one counts even if it has no line end, an empty one doesn't.
   Row nextRow();
 
+  /// Whether what the last, failing read has left is a comment without a line end, which is no row.
+  bool endsInComment() const;
+
   enum class LastField { kept, dropped };
   /// Take the handler's line apart; what stands behind a separator at its end is a field or none. False for a
   /// line that is too long, or without any field.

@@ -1,13 +1,12 @@
 #include <QObject>
-#include <QStringList>
+#include <QSet>
 #include <algorithm>
-#include <cstring>
 
+#include "base/character_class.h"
 #include "base/tracer.h"
 #include "kaldex/csv.h"
 #include "lib/csv/csv_line.h"
 #include "lib/csv/line_source.h"
-#include "lib/frame/delimited_record.h"
 
 inline namespace kaldex_v1 {
 
@@ -50,7 +49,7 @@ class CsvSurvey::Walk {
 
  private:
   bool readMark(std::string_view& line);
-  bool isRow(std::string_view line) const;
+  void trim(std::string_view& line);
   void lookAtBytes(std::string_view line);
   void lookAtQuotes(std::size_t columns);
   void readHeader(std::string_view line);
@@ -81,8 +80,10 @@ void CsvSurvey::Walk::run() {
     rest = source_.isCut();
     if (isRest) continue;
     lookAtBytes(line);
-    if (rest) found(CsvFinding::longLine, 0);
-    if (!isRow(line)) continue;
+    trim(line);
+    if (line.substr(0, 2) == "//") continue;
+    if (rest || line.size() > LineSource::kLongestRecord) found(CsvFinding::longLine, 0);
+    if (line.empty()) continue;
     if (header) {
       readHeader(line);
     } else {
@@ -90,6 +91,7 @@ void CsvSurvey::Walk::run() {
     }
     header = false;
   }
+  if (source_.hasFailed()) survey_.readable_ = false;
 }
 
 bool CsvSurvey::Walk::readMark(std::string_view& line) {
@@ -108,9 +110,13 @@ bool CsvSurvey::Walk::readMark(std::string_view& line) {
   return true;
 }
 
-bool CsvSurvey::Walk::isRow(std::string_view line) const {
-  const std::size_t begin = line.find_first_not_of(" \t\r");
-  return begin != std::string_view::npos && line.substr(begin, 2) != "//";
+// As readers do, even if blanks part the fields.
+void CsvSurvey::Walk::trim(std::string_view& line) {
+  const std::size_t blanks = std::min(line.find_first_not_of(" \t"), line.size());
+  line.remove_prefix(blanks);
+  shift_ += blanks;
+  while (!line.empty() && kaldex::isBlankCharacter(static_cast<unsigned char>(line.back())))
+    line.remove_suffix(1);
 }
 
 void CsvSurvey::Walk::lookAtBytes(std::string_view line) {
@@ -143,10 +149,9 @@ void CsvSurvey::Walk::lookAtQuotes(std::size_t columns) {
 }
 
 void CsvSurvey::Walk::readHeader(std::string_view line) {
-  line = kaldex::stripped(line);
   if (question_.separator.isNull()) {
-    const char* const shown = kaldex::detectSeparator(line);
-    survey_.separator_ = QString::fromLatin1(shown != nullptr ? shown : "");
+    const char shown = kaldex::shownSeparator(line);
+    survey_.separator_ = shown != 0 ? QString(QLatin1Char(shown)) : QStringLiteral("");
   } else {
     survey_.separator_ = question_.separator;
   }
@@ -172,14 +177,14 @@ int CsvSurvey::Walk::findKey() const {
 }
 
 void CsvSurvey::Walk::lookAtNames(std::string_view line) {
-  QStringList seen;
+  QSet<QString> seen;
   for (std::size_t i = 0; i < parts_.fields.size(); ++i) {
     const std::string_view field = parts_.fields[i];
     const std::size_t at = columnOf(line, field);
     if (field.empty() || (field == "0" && question_.shortNames)) found(CsvFinding::emptyName, at);
     const QString name = survey_.columns_[i].name.left(kShortName).toUpper();
     if (question_.shortNames && !field.empty() && seen.contains(name)) found(CsvFinding::repeatedName, at);
-    seen << name;
+    seen.insert(name);
   }
 }
 
@@ -188,8 +193,6 @@ std::size_t CsvSurvey::Walk::columnOf(std::string_view line, std::string_view fi
 }
 
 void CsvSurvey::Walk::readRow(std::string_view line) {
-  while (!line.empty() && (line.back() == '\r' || line.back() == ' ' || line.back() == '\t'))
-    line.remove_suffix(1);
   kaldex::takeApart(line, separator_, question_.anySeparator, parts_);
   ++survey_.rows_;
   const std::size_t columns = survey_.columns_.size();

@@ -10,7 +10,8 @@ bool LineSource::next(std::string_view& line) {
   const auto count =
       static_cast<std::size_t>(std::min<std::uint64_t>(kLongestRecord + 1, file_.size() - offset_));
   const auto* const bytes = reinterpret_cast<const char*>(file_.view(offset_, count));
-  if (bytes == nullptr) return false;
+  failed_ = bytes == nullptr;
+  if (failed_) return false;
   if (!cut_) ++number_;
   const auto* const feed = static_cast<const char*>(std::memchr(bytes, '\n', count));
   const std::size_t length = feed != nullptr ? static_cast<std::size_t>(feed - bytes) : count;

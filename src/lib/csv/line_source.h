@@ -23,12 +23,15 @@ class LineSource {
   long long number() const { return number_; }
   // Whether the line goes on in the next piece.
   bool isCut() const { return cut_; }
+  // Whether the file ended before the end that it had when it was opened.
+  bool hasFailed() const { return failed_; }
 
  private:
   FileWindow file_;
   std::uint64_t offset_ = 0;
   long long number_ = 0;
   bool cut_ = false;
+  bool failed_ = false;
 };
 
 }  // namespace kaldex

@@ -48,7 +48,11 @@ void TableFile::line(std::string_view text) {
 }
 
 void TableFile::column(const SField& column) {
-  out_->append(toLatin1(column.name));
+  QByteArray name = toLatin1(column.name);
+  // A reader would take the line for a comment, and the values for those of the next column. It makes an X of
+  // such a character anyway.
+  if (name.startsWith("//")) name[0] = 'X';
+  out_->append(name);
   out_->append(" ; ");
   if (const char* const word = typeWord(column.type)) {
     out_->append(word);

@@ -49,7 +49,7 @@ bool endNeedsMending(const TextSurvey& survey, TextForm form) {
   if (survey.size == survey.markLength) return false;
   if (survey.endsWithControlZ) return true;
   return form == TextForm::sections ? !survey.endsWithLineFeed && !survey.endsWithEnd
-                                    : survey.endsWithLineFeed;
+                                    : survey.endsWithLineFeed || survey.endsWithBlanks;
 }
 
 void note(const QString& text) {

@@ -50,6 +50,12 @@ void LineMender::add(std::string_view bytes) {
       lineFeed();
       continue;
     }
+    // Blanks behind the end of a table's last line are a line for readers, an empty one.
+    if (form_ == TextForm::delimitedTable && !tail_.empty() && (bytes[0] == ' ' || bytes[0] == '\t')) {
+      hold(bytes[0]);
+      bytes.remove_prefix(1);
+      continue;
+    }
     const std::size_t plain = std::min(bytes.find_first_of("\r\n\x1A"), bytes.size());
     if (plain != 0) {
       put(bytes.substr(0, plain));

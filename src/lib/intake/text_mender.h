@@ -42,7 +42,7 @@ class LineMender {
   bool returnPending_ = false;  // a carriage return that may belong to a line feed
   bool anything_ = false;
   bool lastIsFeed_ = false;
-  std::string tail_;  // line feeds and end marks that go if nothing else follows
+  std::string tail_;  // line feeds, end marks and blanks behind these, which go if nothing else follows
   long long dosEnds_ = 0;
   long long macEnds_ = 0;
   bool endMended_ = false;

@@ -72,6 +72,12 @@ bool isEndLine(const unsigned char* bytes, std::size_t count) {
   return first != std::string_view::npos && text.substr(first) == "END";
 }
 
+bool endsInBlanks(const unsigned char* bytes, std::size_t count) {
+  const std::size_t all = count;
+  while (count > 0 && (bytes[count - 1] == ' ' || bytes[count - 1] == '\t')) --count;
+  return count > 0 && count < all && bytes[count - 1] == '\n';
+}
+
 }  // namespace
 
 ByteTraits traitsOf(const unsigned char* bytes, std::size_t count) {
@@ -141,6 +147,7 @@ TextSurvey surveyText(FileWindow& file) {
     survey.nonAscii = survey.nonAscii || traits.nonAscii;
     if (survey.nonAscii) utf8.add(block, count);
     survey.endsWithLineFeed = block[count - 1] == '\n';
+    survey.endsWithBlanks = endsInBlanks(block, count);
     survey.endsWithEnd = isEndLine(block + count - std::min(count, kTail), std::min(count, kTail));
     survey.endsWithControlZ = block[count - 1] == 0x1A;
     offset += count;

@@ -20,6 +20,7 @@ struct TextSurvey {
   bool carriageReturns = false;
   bool nonAscii = false;
   bool endsWithLineFeed = false;
+  bool endsWithBlanks = false;  // behind the last line feed stand blanks, and nothing else
   bool endsWithEnd = false;  // the last line, without its end, is "END"
   bool endsWithControlZ = false;
 };
