@@ -44,6 +44,7 @@ bool CsvSource::clean() {
     context_.job.fail(context_.options.file + QStringLiteral(": ") + error);
     return false;
   }
+  question_.quotes = false;
   if (cleaner.changedFields() + cleaner.changedRows() > 0) {
     Job::report().note(Say::tr("Limpeza: %1 campos mudados, %2 registros completados ou encurtados.")
                            .arg(cleaner.changedFields())

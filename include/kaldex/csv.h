@@ -41,6 +41,7 @@ struct KALDEX_API CsvFinding {
 struct CsvQuestion {
   /// One character; empty for a single column, null for the one that the header shows.
   QString separator;
+  bool quotes = true;  ///< whether quotes may enclose a field; they are nothing special in a cleaned file
   bool anySeparator = false;  ///< whether the reader parts fields at "," and ";" and "|" alike
   bool shortNames = false;    ///< whether the first eight characters of a column's name must be its own
   QString key;                ///< name, or number from 1, of the column that identifies rows

@@ -102,6 +102,19 @@ TEST_F(AsciiTexts, Failures) {
   messages.take();
 }
 
+TEST_F(AsciiTexts, TellsWhatDoesNotComeBackAsItWas) {
+  EntitieList texts;
+  for (const char* string : {"km 1,5", "a, b,1", "x;y"}) {
+    auto text = std::make_unique<EText>();
+    text->String(string);
+    texts.Append(text.release());
+  }
+  EXPECT_EQ(handler(textLayer("T"))->ExportText(&texts), 1);
+  EXPECT_EQ(report.notes,
+            QStringList({"Textos com o separador ou com fim de linha, que não voltarão como são: 1",
+                         "Valores com uma vírgula entre dígitos, que a leitura troca por um ponto: 1"}));
+}
+
 // Every imported text has a look of its own, since each record has a height; the file is the same all the
 // same. A comma between digits doesn't survive: it is taken for a decimal one, in texts too.
 TEST_F(AsciiTexts, RoundTripThroughTheDatabase) {

@@ -87,7 +87,7 @@ class CsvColumns : public CsvUpdate {
 
 TEST_F(CsvColumns, FileAndTableGrowByColumns) {
   write("more.csv", "nova;AREA\n\n  x;1\ny;2");
-  const auto in = handlerFor("t_TAB.kdx", head() + "L1;Um;1;a;\nL2;Dois;2;b\nEND1;Fim;3;c\n\nEND");
+  const auto in = handlerFor("t_TAB.kdx", head() + "L1;Um;1;a;\nL2;Dois;2;\nEND1;Fim;3;c\n\nEND");
   ASSERT_EQ(in->Import_CSV_TABUPDATE(lots, columns({"nova", "AREA:1", "POP:0"}), path("more.csv")), 1);
   EXPECT_EQ(messages.take(), kRenamed + "AREA para AREA1  ");
   EXPECT_EQ(columnsOf(lots->attributeTable).mid(3), QStringList({"nova:3:17:8", "AREA1:1:17:8"}));
@@ -95,7 +95,7 @@ TEST_F(CsvColumns, FileAndTableGrowByColumns) {
             "\nTABLE\nINFO\n//Tabela de Atributos ASCII convertido pelo Sistema KALDEX do arquivo CSV\n"
             "SEPARATOR ;\nUNFORMATED\nCATEGORY_OBJ   Lotes\nT_KEY ; TEXT ; 32 ; 0\nT_NAME ; TEXT ; 32 ; 0\n"
             "pop ; INTEGER ;\nnota ; TEXT ; 5 ;\nnova ; TEXT ; 17 ;\nAREA1 ; REAL ;\nINFO_END\n"
-            "L1;Um;1;a; x;1 ;\nL2;Dois;2;b ; y;2 ;\nEND1;Fim;3;c ;  ;\nEND\n");
+            "L1;Um;1;a; x;1 ;\nL2;Dois;2; ; y;2 ;\nEND1;Fim;3;c ;  ;\nEND\n");
   EXPECT_FALSE(QFile::exists(path("t_tempupdate_TAB.kdx")));
 }
 

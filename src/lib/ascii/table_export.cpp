@@ -7,6 +7,7 @@
 #include "kaldex/model/catalog.h"
 #include "kaldex/model/database.h"
 #include "lib/ascii/section_writer.h"
+#include "lib/frame/delimited_record.h"
 #include "lib/frame/progress_scope.h"
 
 inline namespace kaldex_v1 {
@@ -49,7 +50,8 @@ class IEAsc::TableExport {
   int serial_ = -1;  ///< the position of the column that isn't written
   SCellList cells_;
   long long rows_ = 0;
-  long long unreadable_ = 0;  ///< values that a reader will take apart
+  long long unreadable_ = 0;  ///< values that a reader will take apart, or not see
+  long long commas_ = 0;      ///< values that come back with a point for their comma
 };
 
 IEAsc::TableExport::~TableExport() {
@@ -63,6 +65,10 @@ IEAsc::TableExport::~TableExport() {
     job->note(
         QObject::tr("Valores que contêm o separador ou um final de linha, que a leitura não reconhece: %1")
             .arg(unreadable_));
+  }
+  if (commas_ > 0) {
+    job->note(QObject::tr("Valores com uma vírgula entre dígitos, que a leitura troca por um ponto: %1")
+                  .arg(commas_));
   }
 }
 
@@ -143,7 +149,9 @@ int IEAsc::TableExport::writeObjects() {
 
 void IEAsc::TableExport::writeObject(const KaldexObject& object) {
   writer_.out().append('\n');
-  value(object.label.trimmed());
+  const QString label = object.label.trimmed();
+  if (label.isEmpty() || label.startsWith(QLatin1String("//"))) ++unreadable_;
+  value(label);
   separate();
   value(object.name.trimmed());
   for (int i = 1; i < columns_.Size(); ++i) {
@@ -176,6 +184,7 @@ void IEAsc::TableExport::value(const QString& text) {
   const auto breaks = [](QChar c) { return c == QLatin1Char('\n') || c == QLatin1Char('\r'); };
   const bool broken = std::any_of(text.begin(), text.end(), breaks);
   if (broken || text.contains(QLatin1String(handler_.separator))) ++unreadable_;
+  if (handler_.separator[0] != ',' && kaldex::hasDecimalComma(text)) ++commas_;
   if (!broken) return writer_.text(text);
   QString joined = text;
   std::replace_if(joined.begin(), joined.end(), breaks, QLatin1Char(' '));

@@ -6,6 +6,7 @@
 #include "lib/ascii/header_writer.h"
 #include "lib/ascii/section_writer.h"
 #include "lib/ascii/text_scale.h"
+#include "lib/frame/delimited_record.h"
 #include "lib/frame/progress_scope.h"
 
 inline namespace kaldex_v1 {
@@ -35,7 +36,8 @@ class IEAsc::TextExport {
   QString separator_;
   TextVisual layerLook_;
   long long written_ = 0;
-  long long torn_ = 0;  ///< texts that hold a line end or the separator
+  long long torn_ = 0;    ///< texts that hold a line end or the separator
+  long long commas_ = 0;  ///< texts that come back with a point for their comma
 };
 
 IEAsc::TextExport::TextExport(IEAsc& handler, EntitieList& texts)
@@ -54,6 +56,10 @@ IEAsc::TextExport::~TextExport() {
   if (torn_ > 0) {
     job->note(
         QObject::tr("Textos com o separador ou com fim de linha, que não voltarão como são: %1").arg(torn_));
+  }
+  if (commas_ > 0) {
+    job->note(QObject::tr("Valores com uma vírgula entre dígitos, que a leitura troca por um ponto: %1")
+                  .arg(commas_));
   }
 }
 
@@ -128,6 +134,7 @@ QString IEAsc::TextExport::oneLine(const QString& text) {
   QString line = text;
   line.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
   if (line != text || text.contains(separator_)) ++torn_;
+  if (handler_.separator[0] != ',' && kaldex::hasDecimalComma(text)) ++commas_;
   return line;
 }
 

@@ -139,7 +139,7 @@ bool CsvCleaner::Walk::addLines(std::string_view line, QString& error) {
 
 void CsvCleaner::Walk::chooseSeparator(std::string_view header) {
   if (question_.separator.isNull()) {
-    separator_ = told_ != 0 ? told_ : kaldex::shownSeparator(header);
+    separator_ = told_ != 0 ? told_ : kaldex::shownSeparator(header, true);
   } else {
     const QByteArray separator = question_.separator.toLatin1();
     separator_ = separator.isEmpty() ? '\0' : separator[0];

@@ -47,22 +47,22 @@ void findQuotes(std::string_view line, std::size_t start, std::size_t end, char 
 
 }  // namespace
 
-char shownSeparator(std::string_view header) {
+char shownSeparator(std::string_view header, bool quotes) {
   header = stripped(header);
   std::string shown(header);
   bool quoted = false;
   for (char& c : shown) {
-    if (c == '"') quoted = !quoted;
+    if (c == '"') quoted = quotes && !quoted;
     if (quoted) c = '"';
   }
   const char* const found = detectSeparator(quoted ? header : shown);
   return found != nullptr ? *found : '\0';
 }
 
-void takeApart(std::string_view line, char separator, bool anySeparator, CsvLine& result) {
+void takeApart(std::string_view line, char separator, bool anySeparator, bool quotes, CsvLine& result) {
   result.fields.clear();
   result.quotedSeparator = result.openQuote = result.quotedField = result.foreignSeparator = CsvLine::npos;
-  const bool hasQuotes = line.find('"') != std::string_view::npos;
+  const bool hasQuotes = quotes && line.find('"') != std::string_view::npos;
   for (std::size_t start = 0;;) {
     const std::size_t found = separator == 0 ? std::string_view::npos : line.find(separator, start);
     const std::size_t end = std::min(found, line.size());

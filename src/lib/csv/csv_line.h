@@ -19,11 +19,12 @@ struct CsvLine {
   std::size_t foreignSeparator = npos;
 };
 
-// The separator that a header shows (see detectSeparator), where quotes don't hide it; 0 for none.
-char shownSeparator(std::string_view header);
+// The separator that a header shows (see detectSeparator), with `quotes` outside of them; 0 for none.
+char shownSeparator(std::string_view header, bool quotes);
 
-// `separator` 0: the line is one field. With `anySeparator` the others of ",;|" count as foreign.
-void takeApart(std::string_view line, char separator, bool anySeparator, CsvLine& result);
+// `separator` 0: the line is one field. With `anySeparator` the others of ",;|" count as foreign; without
+// `quotes` these are nothing special.
+void takeApart(std::string_view line, char separator, bool anySeparator, bool quotes, CsvLine& result);
 
 // Reads fields with quotes: a quote at the beginning of a field opens it, a doubled one stands for itself.
 // Fed by lines, since a quoted field may go on in the next one.

@@ -1,5 +1,6 @@
 #include <QFile>
 #include <QObject>
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 
@@ -81,9 +82,11 @@ class SExtFormats::CsvMerge : private CsvReader {
   static void declare(kaldex::TableFile& out, const SField& column);
   bool skipHead(int columns);
   bool headEnded();
+  bool isEnded(std::string_view row) const;
   bool joinRows(kaldex::TableFile& out, ValueLines& values);
 
   Category& category_;
+  int declared_ = 0;  ///< columns of the old table
   SFieldList existing_;
   SFieldList added_;
   SFieldList columns_;
@@ -164,8 +167,14 @@ bool SExtFormats::CsvMerge::skipHead(int columns) {
   for (int i = 0; i < columns && !begins(handler_.line, "INFO_END"); ++i) {
     handler_.clearLine();
     if (handler_.readLine() == 0) return headEnded();
+    if (!begins(handler_.line, "INFO_END")) ++declared_;
   }
   return true;
+}
+
+// A separator behind the last value ends a row; one before a last value that is empty doesn't.
+bool SExtFormats::CsvMerge::isEnded(std::string_view row) const {
+  return !row.empty() && row.back() == ';' && std::count(row.begin(), row.end(), ';') >= declared_;
 }
 
 bool SExtFormats::CsvMerge::joinRows(kaldex::TableFile& out, ValueLines& values) {
@@ -182,7 +191,7 @@ bool SExtFormats::CsvMerge::joinRows(kaldex::TableFile& out, ValueLines& values)
       return false;
     }
     out.out().append(row);
-    out.out().append(!row.empty() && row.back() == ';' ? " " : " ; ");
+    out.out().append(isEnded(row) ? " " : " ; ");
     out.out().append(values.line());
     out.line(" ;");
     progress.step();

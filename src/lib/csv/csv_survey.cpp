@@ -150,14 +150,14 @@ void CsvSurvey::Walk::lookAtQuotes(std::size_t columns) {
 
 void CsvSurvey::Walk::readHeader(std::string_view line) {
   if (question_.separator.isNull()) {
-    const char shown = kaldex::shownSeparator(line);
+    const char shown = kaldex::shownSeparator(line, question_.quotes);
     survey_.separator_ = shown != 0 ? QString(QLatin1Char(shown)) : QStringLiteral("");
   } else {
     survey_.separator_ = question_.separator;
   }
   const QByteArray separator = survey_.separator_.toLatin1();
   separator_ = separator.isEmpty() ? '\0' : separator[0];
-  kaldex::takeApart(line, separator_, question_.anySeparator, parts_);
+  kaldex::takeApart(line, separator_, question_.anySeparator, question_.quotes, parts_);
   for (const std::string_view field : parts_.fields) {
     survey_.columns_.push_back({QString::fromLatin1(field.data(), static_cast<int>(field.size())), 0});
   }
@@ -193,7 +193,7 @@ std::size_t CsvSurvey::Walk::columnOf(std::string_view line, std::string_view fi
 }
 
 void CsvSurvey::Walk::readRow(std::string_view line) {
-  kaldex::takeApart(line, separator_, question_.anySeparator, parts_);
+  kaldex::takeApart(line, separator_, question_.anySeparator, question_.quotes, parts_);
   ++survey_.rows_;
   const std::size_t columns = survey_.columns_.size();
   lookAtQuotes(columns);

@@ -55,6 +55,16 @@ void mendDecimalCommas(char* text) {
   }
 }
 
+bool hasDecimalComma(const QString& text) {
+  const auto digitAt = [&](int at) {
+    return at >= 0 && at < text.size() && text[at] >= QLatin1Char('0') && text[at] <= QLatin1Char('9');
+  };
+  for (int at = text.indexOf(QLatin1Char(',')); at >= 0; at = text.indexOf(QLatin1Char(','), at + 1)) {
+    if (digitAt(at - 1) && digitAt(at + 1)) return true;
+  }
+  return false;
+}
+
 short columnType(std::string_view field, char separator) {
   constexpr short integer = 0, real = 1, date = 2, text = 3;
   field = stripped(field);

@@ -1,6 +1,7 @@
 #ifndef KALDEX_FRAME_DELIMITED_RECORD_H
 #define KALDEX_FRAME_DELIMITED_RECORD_H
 
+#include <QString>
 #include <string_view>
 
 namespace kaldex {
@@ -30,6 +31,8 @@ std::string_view stripped(std::string_view text);
 
 // Turns each comma between two digits into a point.
 void mendDecimalCommas(char* text);
+// Whether it would change a text, which then doesn't come back from a file as it went out.
+bool hasDecimalComma(const QString& text);
 
 // Type of a column by one value of it: 0 integer, 1 real, 2 date, 3 text. Of digits only, up to three are an
 // integer, more a real; "0" is a text (no key or code is taken for a number).
