@@ -49,9 +49,53 @@ def shapefile(path, expected):
         raise JobFailed(f"{path.name}: {shapes} shapes and {rows} rows, {expected} expected")
 
 
-def text_lines(path, begin, expected):
-    """How many lines begin with these bytes."""
+DIGITS = tuple(b"%d" % digit for digit in range(10))
+
+
+def text_lines(path, begin, expected, holds=b""):
+    """How many lines begin with these bytes, or with one of several, and hold those."""
     with open(path, "rb") as file:
-        found = sum(1 for line in file if line.startswith(begin))
+        found = sum(1 for line in file if line.startswith(begin) and holds in line)
     if found != expected:
-        raise JobFailed(f"{path.name}: {found} lines that begin with {begin.decode()}, {expected} expected")
+        raise JobFailed(f"{path.name}: {found} lines that begin with {begin!r}, {expected} expected")
+
+
+def numbers(path, *queries):
+    connection = sqlite3.connect(f"file:{path}?mode=ro", uri=True)
+    try:
+        return [connection.execute(query).fetchone()[0] for query in queries]
+    except sqlite3.Error as error:
+        raise JobFailed(f"{path.name}: {error}") from error
+    finally:
+        connection.close()
+
+
+def attribute_tables(path, name):
+    """Tables of attributes of this name, with a number behind it or without."""
+    connection = sqlite3.connect(f"file:{path}?mode=ro", uri=True)
+    try:
+        tables = connection.execute("SELECT table_name FROM gpkg_contents WHERE data_type = 'attributes'").fetchall()
+    finally:
+        connection.close()
+    return [table for (table,) in tables if table.rstrip("0123456789") == name]
+
+
+def table_rows(path, names, expected):
+    for name in names:
+        found = sum(numbers(path, *(f'SELECT count(*) FROM "{table}"' for table in attribute_tables(path, name))))
+        if found != expected:
+            raise JobFailed(f"{path.name}: {found} rows of {name}, {expected} expected")
+
+
+def classified_polygons(path, expected):
+    found = numbers(path, "SELECT count(*) FROM parcels_1_polygons WHERE class_id <> 0")[0]
+    if found != expected:
+        raise JobFailed(f"{path.name}: {found} polygons have a class, {expected} expected")
+
+
+def bound_objects(path, expected):
+    """Each label's object, in a category of its own, stands for one polygon."""
+    category = "(SELECT id FROM kdx_categories WHERE name = 'lotes')"
+    found = numbers(path, f"SELECT count(DISTINCT GANCHORID) FROM GA000001 WHERE CATEGORIA = {category}")[0]
+    if found != expected:
+        raise JobFailed(f"{path.name}: {found} objects have their place, {expected} expected")

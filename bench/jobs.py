@@ -8,20 +8,28 @@ What the peer gets, so that the comparison is fair to it:
 - UTF-8 in and out, so that it need not convert;
 - exports read a GeoPackage that it made itself; the text export reads one without any attribute but a number, since
   our text form carries none.
+- the table of rows as plain CSV, which it reads as texts, as our non-spatial table does; the section that makes objects
+  has the same values with declared types.
 It stores and writes the attributes of the source where our thematic layer has no place for them; `--variants`
 measures it without them as well, and without its index.
+
+Some jobs have no peer: they set twice the work beside the work once.
 """
 
 from dataclasses import dataclass, field
 from pathlib import Path
-from typing import Callable
+from typing import Callable, Optional
 
 import checks
 
 CRS = "EPSG:32723"
 CSV_IN = ["-oo", "GEOM_POSSIBLE_NAMES=WKT", "-oo", "KEEP_GEOM_COLUMNS=NO", "-nlt", "LINESTRING", "-a_srs", CRS]
+POINTS_IN = ["-oo", "X_POSSIBLE_NAMES=x", "-oo", "Y_POSSIBLE_NAMES=y", "-oo", "KEEP_GEOM_COLUMNS=NO", "-a_srs", CRS]
 NO_INDEX = ["-lco", "SPATIAL_INDEX=NO"]
 NO_ATTRIBUTES = ["-select", ""]
+RECORDS_PER_FEATURE = 5  # samples, points and rows, as the maker of the data has it
+MEMORY_LIMIT = 120e6  # bytes, of the features that are streamed
+LARGER_MEMORY_LIMIT = 150e6
 
 
 @dataclass
@@ -32,6 +40,11 @@ class Context:
     data: Path  # what kaldex-bench-data made
     prepared: Path  # databases that the exports read
     count: int  # features in each file
+    twice: Path  # polygons with labels, twice as many
+
+    @property
+    def records(self):
+        return self.count * RECORDS_PER_FEATURE
 
     def to_geopackage(self, source, target, *options):
         return [self.peer, "-q", "-gt", "unlimited", "-f", "GPKG", target, self.data / source, *options]
@@ -45,18 +58,32 @@ class Context:
     def lines_database(self, target):
         return self.database(target, "shapefile", "features", "lines.shp", "bench/lines", "--model", "thematic")
 
-    def polygons_database(self, target, model="thematic"):
-        return self.database(target, "shapefile", "features", "polygons.shp", "bench/parcels", "--model", model)
+    def polygons_database(self, target, model="thematic", data=None):
+        return self.database(target, "shapefile", "features", (data or self.data) / "polygons.shp", "bench/parcels",
+                             "--model", model)
 
-    def export(self, form, kind, database, layer, target):
-        return [[self.kaldex, "export", form, kind, self.prepared / database, layer, target, "--quiet"]]
+    def samples_database(self, target):
+        return self.database(target, "ascii", "samples", "samples.txt", "bench/samples", "--model", "numeric")
+
+    def points_database(self, target):
+        return self.database(target, "ascii", "points", "points.txt", "bench/points", "--model", "thematic")
+
+    def table(self, target, form, kind, file, category):
+        return [[self.kaldex, "init", target],
+                [self.kaldex, "import", form, kind, self.data / file, target, category, "--yes", "--quiet"]]
+
+    def classify(self, labels, folder):
+        return [[self.kaldex, "classify", "ascii", labels, folder / "out.gpkg", "bench/parcels", "--yes", "--quiet"]]
+
+    def export(self, form, kind, database, layer, target, *words):
+        return [[self.kaldex, "export", form, kind, self.prepared / database, layer, target, *words, "--quiet"]]
 
 
 @dataclass
 class Job:
     name: str
     title: str
-    limit: float  # time, us / peer
+    limit: float  # time, us / peer, or twice the work / once
     inputs: Callable  # (context, side) -> files to warm
     ours: Callable  # (context, folder) -> commands
     peer: Callable  # (context, folder) -> commands
@@ -64,6 +91,13 @@ class Job:
     check_peer: Callable
     prepare: dict = field(default_factory=dict)  # side -> (database name, (context, target) -> commands)
     variants: dict = field(default_factory=dict)  # name -> extra options of the peer
+    memory: Optional[float] = MEMORY_LIMIT  # bytes, ours; None where nothing is promised
+    scaling: bool = False  # twice the work stands for ours, the work once for the peer
+    changes: bool = False  # works on a copy of what was prepared, "out.gpkg"
+
+    @property
+    def sides(self):
+        return ("twice", "once") if self.scaling else ("ours", "peer")
 
 
 def source(*names):
@@ -148,5 +182,91 @@ def text_jobs():
     ]
 
 
+def records(*kinds):
+    return lambda context, folder: checks.geopackage(folder / "out.gpkg", kinds, context.records)
+
+
+def rows(*tables):
+    """Each of these, names without their number, holds all rows."""
+    return lambda context, folder: checks.table_rows(folder / "out.gpkg", tables, context.records)
+
+
+def record_lines(name, holds=b""):
+    return lambda context, folder: checks.text_lines(folder / name, checks.DIGITS, context.records, holds)
+
+
+OUR_SAMPLES = ("ours-samples.gpkg", lambda context, target: context.samples_database(target))
+OUR_POINTS = ("ours-points.gpkg", lambda context, target: context.points_database(target))
+PEER_SAMPLES = ("peer-samples.gpkg", lambda context, target: [context.to_geopackage("samples.shp", target)])
+PEER_POINTS = ("peer-points.gpkg", lambda context, target: [context.to_geopackage("points.csv", target, *POINTS_IN)])
+
+
+def point_jobs():
+    return [
+        Job("samples-in", "ASCII samples into a numeric layer / shapefile of points", 0.24,
+            lambda c, side: [c.data / ("samples.txt" if side == "ours" else "samples.shp")],
+            lambda c, folder: c.samples_database(folder / "out.gpkg"),
+            lambda c, folder: [c.to_geopackage("samples.shp", folder / "out.gpkg")],
+            records("POINT"), records("POINT"), variants={"no index": NO_INDEX}, memory=LARGER_MEMORY_LIMIT),
+        Job("points-in", "ASCII 2D points of 100 classes into a layer / CSV", 0.35,
+            lambda c, side: [c.data / ("points.txt" if side == "ours" else "points.csv")],
+            lambda c, folder: c.points_database(folder / "out.gpkg"),
+            lambda c, folder: [c.to_geopackage("points.csv", folder / "out.gpkg", *POINTS_IN)],
+            records("POINT"), records("POINT"), variants={"no index": NO_INDEX}, memory=LARGER_MEMORY_LIMIT),
+        Job("samples-out", "layer to ASCII samples / CSV", 0.30, prepared(OUR_SAMPLES[0], PEER_SAMPLES[0]),
+            lambda c, folder: c.export("ascii", "samples", OUR_SAMPLES[0], "bench/samples", folder / "out.txt"),
+            lambda c, folder: [[c.peer, "-q", "-f", "CSV", folder / "out.csv", c.prepared / PEER_SAMPLES[0],
+                                "-lco", "GEOMETRY=AS_XYZ"]],
+            record_lines("out.txt"), record_lines("out.csv"), {"ours": OUR_SAMPLES, "peer": PEER_SAMPLES},
+            memory=LARGER_MEMORY_LIMIT),
+        Job("points-out", "layer to ASCII 2D points / CSV", 0.30, prepared(OUR_POINTS[0], PEER_POINTS[0]),
+            lambda c, folder: c.export("ascii", "points", OUR_POINTS[0], "bench/points", folder / "out.txt",
+                                       "--separator", ";"),
+            lambda c, folder: [[c.peer, "-q", "-f", "CSV", folder / "out.csv", c.prepared / PEER_POINTS[0],
+                                "-lco", "GEOMETRY=AS_XY"]],
+            record_lines("out.txt", b"  ;  "), record_lines("out.csv"), {"ours": OUR_POINTS, "peer": PEER_POINTS},
+            memory=LARGER_MEMORY_LIMIT),
+    ]
+
+
+def table_jobs():
+    peer = {"peer": lambda c, folder: [c.to_geopackage("rows.csv", folder / "out.gpkg")],
+            "check_peer": rows("rows")}
+    return [
+        Job("table-in", "CSV of 8 columns into a non-spatial table", 0.80, source("rows.csv"),
+            lambda c, folder: c.table(folder / "out.gpkg", "csv", "nonspatial", "rows.csv", "rows"),
+            check_ours=rows("CG"), memory=None, **peer),  # its rows stay in memory to the end
+        Job("objects-in", "ASCII table that creates objects with attributes / CSV", 2.00,
+            lambda c, side: [c.data / ("rows.txt" if side == "ours" else "rows.csv")],
+            lambda c, folder: c.table(folder / "out.gpkg", "ascii", "table", "rows.txt", "imoveis"),
+            check_ours=rows("OJ", "CG"), memory=LARGER_MEMORY_LIMIT, **peer),
+    ]
+
+
+def parcels(model, twice):
+    """A layer without labels, and how it is made."""
+    name = f"parcels-{model}{'-twice' if twice else ''}.gpkg"
+    return name, lambda context, target: context.polygons_database(target, model,
+                                                                   context.twice if twice else context.data)
+
+
+def scaling_job(name, title, model, labels, check):
+    once, twice = parcels(model, False), parcels(model, True)
+    return Job(name, title, 2.20,
+               lambda c, side: [(c.twice if side == "twice" else c.data) / labels],
+               lambda c, folder: c.classify(c.twice / labels, folder),
+               lambda c, folder: c.classify(c.data / labels, folder),
+               lambda c, folder: check(folder / "out.gpkg", 2 * c.count),
+               lambda c, folder: check(folder / "out.gpkg", c.count),
+               {"twice": twice, "once": once}, memory=LARGER_MEMORY_LIMIT, scaling=True, changes=True)
+
+
+def scaling_jobs():
+    return [scaling_job("classify", "labels give polygons their classes", "thematic", "classes.txt",
+                        checks.classified_polygons),
+            scaling_job("bind-objects", "labels make objects of polygons", "cadastral", "objects.txt",
+                        checks.bound_objects)]
+
+
 def all_jobs():
-    return import_jobs() + export_jobs() + text_jobs()
+    return import_jobs() + export_jobs() + text_jobs() + point_jobs() + table_jobs() + scaling_jobs()

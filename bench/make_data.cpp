@@ -1,87 +1,29 @@
-// Makes the data of the comparison: lines as a shapefile, as ASCII lines and as CSV with WKT, and polygons as
-// a shapefile. The same seed and size give the same files.
+// Makes the data of the comparison. The same seed and size give the same files: lines as a shapefile, as
+// ASCII lines and as CSV with WKT; polygons as a shapefile, with label points; samples, points and rows of a
+// table as ASCII sections and in a form for the peer.
 //
 // Coordinates are metres in UTM zone 23 south, held as whole micrometres: the six decimals of the ASCII form,
 // the fifteen digits of WKT and the doubles of the shapefile then say exactly the same.
 
-#include <shapefil.h>
-
 #include <charconv>
-#include <cmath>
-#include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
-#include <memory>
-#include <random>
-#include <stdexcept>
-#include <string>
-#include <string_view>
 #include <system_error>
-#include <vector>
+
+#include "data_shapefile.h"
 
 namespace kaldex {
 namespace {
 
 constexpr double kPi = 3.14159265358979323846;
-constexpr double kWestmost = 300000.0;      // metres east: inside the zone up to some ten million features
-constexpr double kSouthmost = 7400000.0;    // metres north, southern hemisphere
-constexpr int kLinesPerSheet = 500;         // lines come map sheet by map sheet, as a survey delivers them
-constexpr double kSheetSide = 4000.0;       // metres
-constexpr double kShortestStep = 15.0;      // metres between two vertices of a line
-constexpr double kLongestStep = 40.0;       //
-constexpr double kCellSide = 120.0;         // metres; each polygon stays in a cell of its own
-constexpr double kShareWithHole = 0.1;      //
-constexpr int kMostExtraVertices = 8;       // a polygon's outer ring has this many more vertices at most
+constexpr int kLinesPerSheet = 500;
+constexpr double kShortestStep = 15.0;  // metres between two vertices of a line
+constexpr double kLongestStep = 40.0;   //
+constexpr double kCellSide = 120.0;     // metres; each polygon stays in a cell of its own
+constexpr double kShareWithHole = 0.1;  //
+constexpr double kLabelReach = 0.21;    // of a cell, from its middle: outside any hole, inside any polygon
+constexpr int kMostExtraVertices = 8;   // a polygon's outer ring has this many more vertices at most
 constexpr double kBytesOfAShapefile = 2e9;  // what readers with signed 32-bit offsets take
-
-constexpr std::string_view kProjectionWkt =
-    "PROJCS[\"WGS_1984_UTM_Zone_23S\",GEOGCS[\"GCS_WGS_1984\",DATUM[\"D_WGS_1984\","
-    "SPHEROID[\"WGS_1984\",6378137.0,298.257223563]],PRIMEM[\"Greenwich\",0.0],"
-    "UNIT[\"Degree\",0.0174532925199433]],PROJECTION[\"Transverse_Mercator\"],"
-    "PARAMETER[\"False_Easting\",500000.0],PARAMETER[\"False_Northing\",10000000.0],"
-    "PARAMETER[\"Central_Meridian\",-45.0],PARAMETER[\"Scale_Factor\",0.9996],"
-    "PARAMETER[\"Latitude_Of_Origin\",0.0],UNIT[\"Meter\",1.0]]";
-
-struct Options {
-  std::filesystem::path folder;
-  int count = 200000;
-  int vertices = 20;
-  std::uint64_t seed = 20240917;
-};
-
-// The standard's engines give the same numbers everywhere, its distributions don't; so this draws its own.
-class Random {
- public:
-  explicit Random(std::uint64_t seed) : engine_(seed) {}
-  double between(double low, double high) {
-    return low + (high - low) * (static_cast<double>(engine_() >> 11) * 0x1p-53);
-  }
-  int below(int limit) { return static_cast<int>(engine_() % static_cast<std::uint64_t>(limit)); }
-
- private:
-  std::mt19937_64 engine_;
-};
-
-struct Vertices {
-  std::vector<double> x;
-  std::vector<double> y;
-
-  void clear() {
-    x.clear();
-    y.clear();
-  }
-  void add(double east, double north) {
-    x.push_back(std::round(east * 1e6) / 1e6);
-    y.push_back(std::round(north * 1e6) / 1e6);
-  }
-  int size() const { return static_cast<int>(x.size()); }
-};
-
-struct Extent {
-  double x1, y1, x2, y2;
-};
 
 // Lines that wander like roads and rivers.
 class LineMaker {
@@ -132,12 +74,23 @@ class PolygonMaker {
     const double jitter = 0.05 * kCellSide;
     const double x = kWestmost + kCellSide * (index % columns_ + 0.5) + random_.between(-jitter, jitter);
     const double y = kSouthmost + kCellSide * (index / columns_ + 0.5) + random_.between(-jitter, jitter);
+    labelX_ = rounded(x + kLabelReach * kCellSide);
+    labelY_ = rounded(y);
     const int corners = options_.vertices + random_.below(kMostExtraVertices + 1);
     ring(rings, x, y, corners, -1, 0.28 * kCellSide, 0.44 * kCellSide);
     if (random_.between(0, 1) < kShareWithHole) {
       starts.push_back(rings.size());
       ring(rings, x, y, 8 + random_.below(5), 1, 0.08 * kCellSide, 0.14 * kCellSide);
     }
+  }
+
+  // A place inside the polygon that was made last.
+  double labelX() const { return labelX_; }
+  double labelY() const { return labelY_; }
+
+  Extent extent() const {
+    const double side = kCellSide * columns_;
+    return {kWestmost, kSouthmost, kWestmost + side, kSouthmost + side};
   }
 
  private:
@@ -156,129 +109,8 @@ class PolygonMaker {
   const Options& options_;
   Random& random_;
   int columns_ = 1;
-};
-
-[[noreturn]] void fail(const std::string& what) {
-  throw std::runtime_error(what);
-}
-
-// A text file written in big blocks; a failed write is told by an exception.
-class TextFile {
- public:
-  explicit TextFile(const std::filesystem::path& path)
-      : path_(path.string()), file_(std::fopen(path_.c_str(), "wb")) {
-    if (file_ == nullptr) fail("cannot make " + path_);
-    block_.reserve(kBlock + 4096);
-  }
-  TextFile(const TextFile&) = delete;
-  TextFile& operator=(const TextFile&) = delete;
-  ~TextFile() {
-    if (file_ != nullptr) std::fclose(file_);
-  }
-
-  TextFile& operator<<(std::string_view text) {
-    block_.append(text);
-    if (block_.size() >= kBlock) flush();
-    return *this;
-  }
-  // Six decimals, as the ASCII form has them.
-  TextFile& operator<<(double value) {
-    char text[64];
-    const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 6).ptr;
-    return *this << std::string_view(text, static_cast<std::size_t>(end - text));
-  }
-  TextFile& operator<<(int value) { return *this << std::string_view(std::to_string(value)); }
-
-  void close() {
-    flush();
-    const int result = std::fclose(file_);
-    file_ = nullptr;
-    if (result != 0) fail("cannot write " + path_);
-  }
-
- private:
-  static constexpr std::size_t kBlock = 1 << 20;
-
-  void flush() {
-    if (std::fwrite(block_.data(), 1, block_.size(), file_) != block_.size()) fail("cannot write " + path_);
-    block_.clear();
-  }
-
-  std::string path_;
-  std::FILE* file_;
-  std::string block_;
-};
-
-struct Column {
-  const char* name;
-  char type;  // dBASE: N number, C text, D date
-  int width;
-  int decimals;
-};
-
-struct ShapefileCloser {
-  void operator()(SHPHandle shapes) const { SHPClose(shapes); }
-  void operator()(DBFHandle table) const { DBFClose(table); }
-  void operator()(SHPObject* shape) const { SHPDestroyObject(shape); }
-};
-
-// A shapefile with its .dbf, .prj and .cpg. Texts are UTF-8.
-class Shapefile {
- public:
-  Shapefile(const std::filesystem::path& path, int shapeType, const std::vector<Column>& columns)
-      : path_(path.string()),
-        shapeType_(shapeType),
-        shapes_(SHPCreate(path_.c_str(), shapeType)),
-        table_(DBFCreateEx(path_.c_str(), "UTF-8")) {
-    if (!shapes_ || !table_) fail("cannot make " + path_);
-    for (const Column& column : columns) {
-      if (DBFAddNativeFieldType(table_.get(), column.name, column.type, column.width, column.decimals) < 0)
-        fail("cannot add column " + std::string(column.name));
-    }
-    TextFile projection(std::filesystem::path(path).replace_extension(".prj"));
-    projection << kProjectionWkt;
-    projection.close();
-  }
-
-  void write(const Vertices& vertices, const std::vector<int>& starts) {
-    const std::unique_ptr<SHPObject, ShapefileCloser> shape(
-        SHPCreateObject(shapeType_, -1, static_cast<int>(starts.size()), starts.data(), nullptr,
-                        vertices.size(), vertices.x.data(), vertices.y.data(), nullptr, nullptr));
-    row_ = shape ? SHPWriteObject(shapes_.get(), -1, shape.get()) : -1;
-    field_ = 0;
-    if (row_ < 0) fail("cannot write " + path_);
-  }
-
-  // The values of the row of the shape just written, column by column.
-  void value(int number) { check(DBFWriteIntegerAttribute(table_.get(), row_, field_++, number)); }
-  void value(double number) { check(DBFWriteDoubleAttribute(table_.get(), row_, field_++, number)); }
-  void value(const std::string& text) {
-    check(DBFWriteStringAttribute(table_.get(), row_, field_++, text.c_str()));
-  }
-
-  // Closing tells no error, so the files are counted afterwards.
-  void close(int expected) {
-    shapes_.reset();
-    table_.reset();
-    const std::unique_ptr<SHPInfo, ShapefileCloser> shapes(SHPOpen(path_.c_str(), "rb"));
-    const std::unique_ptr<DBFInfo, ShapefileCloser> table(DBFOpen(path_.c_str(), "rb"));
-    int written = -1;
-    if (shapes) SHPGetInfo(shapes.get(), &written, nullptr, nullptr, nullptr);
-    if (written != expected || !table || DBFGetRecordCount(table.get()) != expected)
-      fail(path_ + " is not complete");
-  }
-
- private:
-  void check(int written) {
-    if (!written) fail("cannot write the table of " + path_);
-  }
-
-  std::string path_;
-  int shapeType_;
-  std::unique_ptr<SHPInfo, ShapefileCloser> shapes_;
-  std::unique_ptr<DBFInfo, ShapefileCloser> table_;
-  int row_ = 0;
-  int field_ = 0;
+  double labelX_ = 0;
+  double labelY_ = 0;
 };
 
 // The lines as the system's own export writes them: planar, one "END" a line and one for the section, no line
@@ -286,17 +118,8 @@ class Shapefile {
 class AsciiLines {
  public:
   AsciiLines(const std::filesystem::path& path, const Extent& extent) : file_(path) {
-    file_ << "\nLINES\nINFO\n//Arcos sem Topologia\n"
-             "//Arquivo ASCII gerado pelo Sistema KALDEX\n"
-             "//Projeto: bench - Plano de informa\xe7\xe3o: lines\n"
-             "//Categoria: lines - Modelo: THEMATICMODEL\n"
-             "PROJECTION\tUTM, HEMIS -1, ORIG.LAT N 0 0 0.00000, ORIG.LONG O 45 0 0.00000, "
-             "LAT1 N 0 0 0.00000, LAT2 N 0 0 0.00000\n"
-             "DATUM\tWGS84, Prd 6378137.000000, Pflt 0.003352810665, Pdx 0.00000000, Pdy 0.00000000, "
-             "Pdz 0.00000000\n"
-             "OFFSETX  500000.000000   OFFSETY  10000000.000000   SCALEFACTOR  0.999600\nBOX\t";
-    file_ << extent.x1 << ", " << extent.y1 << ", " << extent.x2 << ", " << extent.y2;
-    file_ << "\nUNITS Metros\nSCALE\t" << 25000.0 << "\nINFO_END";
+    writeHeader(file_, "LINES", "//Arcos sem Topologia", "lines", "THEMATICMODEL", extent);
+    file_ << "\nINFO_END";
   }
 
   void write(const Vertices& line) {
@@ -335,10 +158,7 @@ class CsvLines {
 
 std::string streetName(int index) {
   static const char* const kKinds[] = {"Rua", "Avenida", "Travessa", "Praça", "Estrada"};
-  static const char* const kNames[] = {"das Acácias", "São João",   "da Conceição", "dos Ipês",
-                                       "Araçá",       "do Açude",   "João Galvão",  "Três Irmãos",
-                                       "Água Branca", "dos Órgãos", "Paraíba"};
-  return std::string(kKinds[index % 5]) + " " + kNames[index % 11] + " " + std::to_string(index % 997);
+  return std::string(kKinds[index % 5]) + " " + placeName(index) + " " + std::to_string(index % 997);
 }
 
 std::string townName(int index) {
@@ -347,16 +167,38 @@ std::string townName(int index) {
   return kTowns[index % 9];
 }
 
-std::string landUse(int index) {
-  static const char* const kUses[] = {"residencial", "comércio", "indústria", "área verde",
-                                      "serviço público"};
-  return kUses[index % 5];
-}
+// A label point for each polygon: its class for a thematic layer, its object for a cadastral one.
+class Labels {
+ public:
+  Labels(const std::filesystem::path& folder, const Extent& extent)
+      : classes_(folder / "classes.txt"), objects_(folder / "objects.txt") {
+    begin(classes_, extent, "THEMATICMODEL", "class_name");
+    begin(objects_, extent, "CADASTRALMODEL", "label ; name ; category_obj");
+  }
 
-// yyyymmdd as a number: that is how shapelib fills a date column.
-int surveyDate(int index) {
-  return (1990 + index % 33) * 10000 + (1 + index % 12) * 100 + 1 + index % 28;
-}
+  void write(double x, double y, int number) {
+    classes_ << "\n" << x << "  ;  " << y << " ; " << latin1(landUse(number));
+    const std::string key = std::to_string(number + 1);
+    objects_ << "\n" << x << "  ;  " << y << " ; L" << key << " ; lote " << key << " ; lotes";
+  }
+
+  void close() {
+    for (TextFile* file : {&classes_, &objects_}) {
+      *file << "\nEND";
+      file->close();
+    }
+  }
+
+ private:
+  static void begin(TextFile& file, const Extent& extent, std::string_view model, std::string_view fields) {
+    writeHeader(file, "POINTS", "//Identificadores dos Pol\xedgonos e das Linhas Classificadas", "parcels",
+                model, extent);
+    file << "\nSEPARATOR ;\n//Formato coordx ; coordy ; " << fields << "\nINFO_END";
+  }
+
+  TextFile classes_;
+  TextFile objects_;
+};
 
 void makeLines(const Options& options) {
   Random random(options.seed);
@@ -390,6 +232,7 @@ void makePolygons(const Options& options) {
                     {"VISTORIA", 'D', 8, 0},
                     {"MUNICIPIO", 'C', 40, 0},
                     {"USO", 'C', 24, 0}});
+  Labels labels(options.folder, maker.extent());
   Vertices rings;
   std::vector<int> starts;
   int holes = 0;
@@ -397,6 +240,7 @@ void makePolygons(const Options& options) {
     maker.make(i, rings, starts);
     holes += static_cast<int>(starts.size()) - 1;
     shapes.write(rings, starts);
+    labels.write(maker.labelX(), maker.labelY(), i);
     shapes.value(i + 1);
     shapes.value(1 + i % 30);
     shapes.value(85000.0 + 1234.56 * (i % 5003));
@@ -405,14 +249,33 @@ void makePolygons(const Options& options) {
     shapes.value(landUse(i));
   }
   shapes.close(options.count);
+  labels.close();
   std::printf("%d polygons, %d of them with a hole\n", options.count, holes);
 }
+
+struct Part {
+  std::string_view name;
+  void (*make)(const Options&);
+};
+
+constexpr Part kParts[] = {{"lines", makeLines},
+                           {"polygons", makePolygons},
+                           {"samples", makeSamples},
+                           {"points", makePoints},
+                           {"rows", makeRows}};
 
 // What was made, so that a comparison knows whether the data that it finds is the data that it wants.
 void writeStamp(const Options& options) {
   TextFile stamp(options.folder / "data.json");
   stamp << "{\"count\": " << options.count << ", \"vertices\": " << options.vertices
-        << ", \"seed\": " << std::string_view(std::to_string(options.seed)) << "}\n";
+        << ", \"seed\": " << std::string_view(std::to_string(options.seed)) << ", \"parts\": [";
+  std::string_view before = "\"";
+  for (const Part& part : kParts) {
+    if (!options.wants(part.name)) continue;
+    stamp << before << part.name << "\"";
+    before = ", \"";
+  }
+  stamp << "]}\n";
   stamp.close();
 }
 
@@ -437,6 +300,8 @@ Options parse(int argc, char** argv) {
       options.vertices = numberOf(argv[++i], 4);
     } else if (word == "--seed" && more) {
       options.seed = numberOf<std::uint64_t>(argv[++i], 0);
+    } else if (word == "--only" && more) {
+      options.only = std::string(argv[++i]) + ",";
     } else if (options.folder.empty() && !word.empty() && word[0] != '-') {
       options.folder = word;
     } else {
@@ -444,9 +309,14 @@ Options parse(int argc, char** argv) {
       break;
     }
   }
-  if (options.folder.empty()) fail("use: kaldex-bench-data FOLDER [--count N] [--vertices N] [--seed N]");
+  if (options.folder.empty()) {
+    fail(
+        "use: kaldex-bench-data FOLDER [--count N] [--vertices N] [--seed N] "
+        "[--only lines,polygons,samples,points,rows]");
+  }
   const double vertices = options.vertices + kMostExtraVertices + 1.0;
-  if (options.count * (60 + 16 * vertices) > kBytesOfAShapefile) fail("more than a shapefile can hold");
+  const bool tooLarge = options.count * (60 + 16 * vertices) > kBytesOfAShapefile;
+  if (tooLarge || options.count > 40'000'000 / kRecordsPerFeature) fail("more than a shapefile can hold");
   return options;
 }
 
@@ -458,8 +328,9 @@ int main(int argc, char** argv) {
     const kaldex::Options options = kaldex::parse(argc, argv);
     std::filesystem::create_directories(options.folder);
     std::filesystem::remove(options.folder / "data.json");
-    kaldex::makeLines(options);
-    kaldex::makePolygons(options);
+    for (const kaldex::Part& part : kaldex::kParts) {
+      if (options.wants(part.name)) part.make(options);
+    }
     kaldex::writeStamp(options);
   } catch (const std::exception& error) {
     std::fprintf(stderr, "kaldex-bench-data: %s\n", error.what());

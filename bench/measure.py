@@ -60,9 +60,12 @@ def run_command(command, log):
     }
 
 
-def run_job(commands, folder, inputs):
-    """Runs the commands of one side in a fresh `folder`; times add up, the peak is the largest."""
+def run_job(commands, folder, inputs, start_with=None):
+    """Runs the commands of one side in a fresh `folder`, with a copy of the database that they change if there is one;
+    times add up, the peak is the largest."""
     fresh_folder(folder)
+    if start_with is not None:
+        shutil.copyfile(start_with, folder / "out.gpkg")
     warm(inputs)
     os.sync()  # no run pays for the pages that another left dirty
     log_path = folder.parent / (folder.name + ".log")

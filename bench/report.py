@@ -2,8 +2,6 @@
 
 from html import escape
 
-MEMORY_LIMIT = 120e6  # bytes, ours, in every job
-
 INK, FAINT, GRID = "#1f2933", "#616e7c", "#cbd2d9"
 PASS_COLOUR, MISS_COLOUR, LIMIT_COLOUR = "#2a78b5", "#d9622b", "#111820"
 
@@ -12,20 +10,32 @@ def megabytes(size):
     return f"{size / 1e6:.0f}"
 
 
+def scales(result):
+    """Whether twice the work was set beside the work once, instead of us beside the peer."""
+    return "twice" in result
+
+
 def verdict(result):
     if "ratio" not in result:
         return "FAILED" if "error" in result else "-"
     reasons = []
     if result["ratio"] > result["limit"]:
         reasons.append("time")
-    if result["ours"]["peak"] > MEMORY_LIMIT:
+    if result["memory_limit"] and result["twice" if scales(result) else "ours"]["peak"] > result["memory_limit"]:
         reasons.append("memory")
     return "MISS (" + ", ".join(reasons) + ")" if reasons else "PASS"
 
 
+def memory_limit(result):
+    return megabytes(result["memory_limit"]) if result["memory_limit"] else "-"
+
+
 def comparison_rows(results):
-    rows = [["job", "ours s", "peer s", "ratio", "limit", "processor", "ours MB", "peer MB", "memory", "disk s", ""]]
+    rows = [["job", "ours s", "peer s", "ratio", "limit", "processor", "ours MB", "limit MB", "peer MB", "memory",
+             "disk s", ""]]
     for result in results:
+        if scales(result):
+            continue
         ours, peer = result.get("ours"), result.get("peer")
         both = ours and peer
         rows.append([
@@ -36,9 +46,31 @@ def comparison_rows(results):
             f"{result['limit']:.2f}",
             f"{ours['cpu'] / peer['cpu']:.2f}" if both else "-",
             megabytes(ours["peak"]) if ours else "-",
+            memory_limit(result),
             megabytes(peer["peak"]) if peer else "-",
             f"{ours['peak'] / peer['peak']:.2f}" if both else "-",
             f"{ours['write_back']:.2f} / {peer['write_back']:.2f}" if both else "-",
+            verdict(result),
+        ])
+    return rows
+
+
+def scaling_rows(results):
+    rows = [["job", "twice s", "once s", "ratio", "limit", "processor", "twice MB", "limit MB", "once MB", ""]]
+    for result in results:
+        if not scales(result):
+            continue
+        twice, once = result["twice"], result["once"]
+        rows.append([
+            result["name"],
+            f"{twice['wall']:.2f}",
+            f"{once['wall']:.2f}",
+            f"{result['ratio']:.2f}",
+            f"{result['limit']:.2f}",
+            f"{twice['cpu'] / once['cpu']:.2f}",
+            megabytes(twice["peak"]),
+            memory_limit(result),
+            megabytes(once["peak"]),
             verdict(result),
         ])
     return rows
@@ -62,6 +94,11 @@ def as_text(rows):
     return "\n".join([lines[0], "-" * len(lines[0]), *lines[1:]])
 
 
+def text(results, peer_only):
+    tables = [peer_rows(results)] if peer_only else [comparison_rows(results), scaling_rows(results)]
+    return "\n\n".join(as_text(rows) for rows in tables if len(rows) > 1)
+
+
 def as_markdown(rows):
     lines = ["| " + " | ".join(row) + " |" for row in rows]
     return "\n".join([lines[0], "|" + "---|" * len(rows[0]), *lines[1:]])
@@ -73,13 +110,16 @@ def markdown(report):
         "# Us beside ogr2ogr",
         f"{machine['date']}, {machine['processor']} ({machine['processors']} processors, {machine['memory_gb']} GB), "
         f"{machine['system']}. Peer: {machine['peer']}. Median of {report['runs']} runs in alternation, "
-        f"{report['count']:,} features with {report['vertices']} vertices or a few more in each file; load of the "
+        f"{report['count']:,} features with {report['vertices']} vertices or a few more, or five times as many records, "
+        "in each file; load of the "
         f"machine {machine['load_before']} before and {machine['load_after']} after.",
         as_markdown(comparison_rows(report["results"])),
-        "Ratio: wall time, us / peer. Processor: the same of processor time. Memory: the same of the largest peak "
-        f"(limit of ours: {megabytes(MEMORY_LIMIT)} MB). Disk: seconds that fsync of the result takes after the run, "
-        "us / peer, not part of the ratio.",
+        "Ratio: wall time, us / peer. Processor: the same of processor time. Memory: the same of the largest peak. Disk: "
+        "seconds that fsync of the result takes after the run, us / peer, not part of the ratio.",
     ]
+    scaling = scaling_rows(report["results"])
+    if len(scaling) > 1:
+        parts += ["Twice the work beside the work once, both ours:", as_markdown(scaling)]
     failures = [f"- {r['name']}: {r['error']}" for r in report["results"] if "error" in r]
     if failures:
         parts += ["Not measured:", "\n".join(failures)]
@@ -87,19 +127,11 @@ def markdown(report):
     return "\n\n".join(parts) + "\n"
 
 
-class Chart:
-    """Horizontal bars of the time ratio, a tick at each job's limit, a line at 1 = the peer."""
+class Drawing:
+    """Words and lines of an SVG file."""
 
-    LEFT, BAR, RIGHT, TOP, ROW = 400, 440, 300, 74, 46
-
-    def __init__(self, results):
-        self.results = [r for r in results if "ratio" in r]
-        largest = max([1.0] + [max(r["ratio"], r["limit"]) for r in self.results])
-        self.end = min(largest * 1.06, 2.0)  # a bar beyond is cut and says its number
+    def __init__(self):
         self.parts = []
-
-    def x(self, ratio):
-        return self.LEFT + self.BAR * min(ratio, self.end) / self.end
 
     def text(self, x, y, words, size=13, colour=INK, anchor="start", weight="normal"):
         self.parts.append(f'<text x="{x:.1f}" y="{y:.1f}" font-size="{size}" fill="{colour}" text-anchor="{anchor}" '
@@ -110,39 +142,75 @@ class Chart:
         self.parts.append(f'<line x1="{x1:.1f}" y1="{y1:.1f}" x2="{x2:.1f}" y2="{y2:.1f}" stroke="{colour}" '
                           f'stroke-width="{width}"{extra}/>')
 
-    def axis(self, bottom):
-        ticks = int(self.end / 0.25 + 1e-9)
-        for i in range(ticks + 1):
-            ratio = i * 0.25
-            at_peer = ratio == 1.0
-            self.line(self.x(ratio), self.TOP - 8, self.x(ratio), bottom, FAINT if at_peer else GRID,
-                      1.5 if at_peer else 1.0, "5 4" if at_peer else "")
-            self.text(self.x(ratio), self.TOP - 14, f"{ratio:g}" + (" = peer" if at_peer else ""), 11, FAINT,
-                      "middle")
+    def bar(self, x, y, width, colour):
+        self.parts.append(f'<rect x="{x}" y="{y}" width="{width:.1f}" height="22" rx="2" fill="{colour}"/>')
 
-    def bar(self, result, y):
-        missed = verdict(result) != "PASS"
-        ours, peer = result["ours"], result["peer"]
-        self.text(self.LEFT - 14, y + 16, result["title"], 13, INK, "end")
-        self.text(self.LEFT - 14, y + 31, f"{ours['wall']:.2f} s / {peer['wall']:.2f} s", 11, FAINT, "end")
-        colour = MISS_COLOUR if missed else PASS_COLOUR
-        width = self.x(result["ratio"]) - self.LEFT
-        self.parts.append(f'<rect x="{self.LEFT}" y="{y + 5}" width="{width:.1f}" height="22" rx="2" '
-                          f'fill="{colour}"/>')
-        self.line(self.x(result["limit"]), y + 1, self.x(result["limit"]), y + 31, LIMIT_COLOUR, 2.5)
-        side = self.LEFT + self.BAR + 18
-        self.text(side, y + 16, f"{result['ratio']:.2f}  (limit {result['limit']:.2f})  {verdict(result)}", 13,
-                  colour, weight="bold")
-        self.text(side, y + 31, f"peak {megabytes(ours['peak'])} MB / {megabytes(peer['peak'])} MB", 11, FAINT)
-
-    def svg(self):
-        bottom = self.TOP + self.ROW * len(self.results)
-        width, height = self.LEFT + self.BAR + self.RIGHT, bottom + 34
-        self.text(self.LEFT, 26, "Wall time, us / ogr2ogr (shorter is faster)", 16, weight="bold")
-        self.axis(bottom)
-        for i, result in enumerate(self.results):
-            self.bar(result, self.TOP + i * self.ROW)
-        self.text(self.LEFT, bottom + 22, "black tick: the limit set for the job", 11, FAINT)
+    def svg(self, width, height):
         return (f'<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 {width} {height}" width="{width}" '
                 f'height="{height}" font-family="DejaVu Sans, Helvetica, Arial, sans-serif">\n'
                 f'<rect width="{width}" height="{height}" fill="#ffffff"/>\n' + "\n".join(self.parts) + "\n</svg>\n")
+
+
+class Panel:
+    """Horizontal bars of the time ratio, a tick at each job's limit, a dashed line at what the ratio is of."""
+
+    LEFT, BAR, RIGHT, HEAD, ROW = 400, 440, 300, 74, 46
+    WIDTH = LEFT + BAR + RIGHT
+
+    def __init__(self, drawing, title, sides, mark, results):
+        self.drawing, self.title, self.sides, self.results = drawing, title, sides, results
+        self.mark, self.mark_name = mark
+        largest = max([self.mark] + [max(r["ratio"], r["limit"]) for r in results])
+        self.end = min(largest * 1.06, 2.4)  # a bar beyond is cut and says its number
+
+    def x(self, ratio):
+        return self.LEFT + self.BAR * min(ratio, self.end) / self.end
+
+    def axis(self, top, bottom):
+        for i in range(int(self.end / 0.25 + 1e-9) + 1):
+            ratio = i * 0.25
+            marked = ratio == self.mark
+            self.drawing.line(self.x(ratio), top - 8, self.x(ratio), bottom, FAINT if marked else GRID,
+                              1.5 if marked else 1.0, "5 4" if marked else "")
+            if self.end <= 1.5 or i % 2 == 0:
+                words = f"{ratio:g}" + (f" = {self.mark_name}" if marked else "")
+                self.drawing.text(self.x(ratio), top - 14, words, 11, FAINT, "middle")
+
+    def row(self, result, y):
+        missed = verdict(result) != "PASS"
+        first, second = (result[side] for side in self.sides)
+        self.drawing.text(self.LEFT - 14, y + 16, result["title"], 13, INK, "end")
+        self.drawing.text(self.LEFT - 14, y + 31, f"{first['wall']:.2f} s / {second['wall']:.2f} s", 11, FAINT, "end")
+        colour = MISS_COLOUR if missed else PASS_COLOUR
+        self.drawing.bar(self.LEFT, y + 5, self.x(result["ratio"]) - self.LEFT, colour)
+        self.drawing.line(self.x(result["limit"]), y + 1, self.x(result["limit"]), y + 31, LIMIT_COLOUR, 2.5)
+        side = self.LEFT + self.BAR + 18
+        self.drawing.text(side, y + 16, f"{result['ratio']:.2f}  (limit {result['limit']:.2f})  {verdict(result)}", 13,
+                          colour, weight="bold")
+        self.drawing.text(side, y + 31, f"peak {megabytes(first['peak'])} MB / {megabytes(second['peak'])} MB", 11,
+                          FAINT)
+
+    def draw(self, y):
+        """Draws from there down; returns where the panel ends."""
+        top = y + self.HEAD
+        bottom = top + self.ROW * len(self.results)
+        self.drawing.text(self.LEFT, y + 26, self.title, 16, weight="bold")
+        self.axis(top, bottom)
+        for i, result in enumerate(self.results):
+            self.row(result, top + i * self.ROW)
+        return bottom
+
+
+def chart(results):
+    measured = [result for result in results if "ratio" in result]
+    drawing = Drawing()
+    compared = [result for result in measured if not scales(result)]
+    scaling = [result for result in measured if scales(result)]
+    y = 0
+    if compared:
+        y = Panel(drawing, "Wall time, us / ogr2ogr (shorter is faster)", ("ours", "peer"), (1.0, "peer"),
+                  compared).draw(y)
+    if scaling:
+        y = Panel(drawing, "Wall time, twice the work / once", ("twice", "once"), (2.0, "twice"), scaling).draw(y)
+    drawing.text(Panel.LEFT, y + 22, "black tick: the limit set for the job", 11, FAINT)
+    return drawing.svg(Panel.WIDTH, y + 34)
