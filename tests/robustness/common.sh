@@ -54,21 +54,52 @@ check_health() {
   done
 }
 
-# check_kept BEFORE DB: every row that was there before is there still.
+# The columns of a table that say the same whenever an import runs: all but when an object was made.
+lasting_columns() { in_db "$1" "SELECT group_concat('\"' || name || '\"') FROM pragma_table_info('$2') WHERE name NOT IN ('DATA', 'HORA')"; }
+
+# count_lost FROM DB TABLE: how many rows of the first are not in the second just so.
+count_lost() {
+  local columns
+  columns=$(lasting_columns "$1" "$3")
+  in_db "$2" "ATTACH '$1' AS other; SELECT COUNT(*) FROM (SELECT $columns FROM other.\"$3\" EXCEPT SELECT $columns FROM main.\"$3\")"
+}
+
+# learn_changes BEFORE FULL: leaves in `changed` the tables of which a whole import changes rows that were there before,
+# between blanks.
+declare -A learnt=()
+learn_changes() {
+  local table
+  changed=${learnt["$1 $2"]:-}
+  [ -z "$changed" ] || return 0
+  changed=' '
+  for table in $(data_tables "$1"); do
+    [ "$(count_lost "$1" "$2" "$table")" = 0 ] || changed+="$table "
+  done
+  learnt["$1 $2"]=$changed
+}
+
+# check_kept BEFORE FULL DB: every row that was there before is there still, unless the whole import changes it.
 check_kept() {
-  local before=$1 db=$2 table lost
+  local before=$1 full=$2 db=$3 table lost
+  learn_changes "$before" "$full"
   for table in $(data_tables "$before"); do
-    lost=$(in_db "$db" "ATTACH '$before' AS old; SELECT COUNT(*) FROM (SELECT * FROM old.\"$table\" EXCEPT SELECT * FROM main.\"$table\")")
+    [[ $changed != *" $table "* ]] || continue
+    lost=$(count_lost "$before" "$db" "$table")
     [ "$lost" = 0 ] || echo "rows of $table that were there before are gone or changed: $lost"
   done
 }
 
-# is_complete FULL DB: each table holds as many rows as after a whole import.
+count_rows() { in_db "$1" "SELECT COUNT(*) FROM \"$2\""; }
+
+# is_complete FULL DB: each table holds the rows that it has after a whole import.
 is_complete() {
   local full=$1 db=$2 table
   for table in $(data_tables "$full"); do
     has_table "$db" "$table" || return 1
-    [ "$(in_db "$full" "SELECT COUNT(*) FROM \"$table\"")" = "$(in_db "$db" "SELECT COUNT(*) FROM \"$table\"")" ] || return 1
+    [ "$(count_rows "$full" "$table")" = "$(count_rows "$db" "$table")" ] || return 1
+  done
+  for table in $(data_tables "$full"); do
+    [ "$(count_lost "$full" "$db" "$table")" = 0 ] || return 1
   done
 }
 
@@ -98,7 +129,7 @@ check_import() {
     holds=before
     return
   fi
-  check_kept "$before" "$db"
+  check_kept "$before" "$full" "$db"
   prefix=0
   check_prefix "$before" "$full" "$db" >"$work/prefix"
   cat "$work/prefix"
