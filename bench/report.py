@@ -21,7 +21,7 @@ def verdict(result):
     reasons = []
     if result["ratio"] > result["limit"]:
         reasons.append("time")
-    if result["memory_limit"] and result["twice" if scales(result) else "ours"]["peak"] > result["memory_limit"]:
+    if result["memory_limit"] and result["once" if scales(result) else "ours"]["peak"] > result["memory_limit"]:
         reasons.append("memory")
     return "MISS (" + ", ".join(reasons) + ")" if reasons else "PASS"
 
@@ -56,7 +56,7 @@ def comparison_rows(results):
 
 
 def scaling_rows(results):
-    rows = [["job", "twice s", "once s", "ratio", "limit", "processor", "twice MB", "limit MB", "once MB", ""]]
+    rows = [["job", "twice s", "once s", "ratio", "limit", "processor", "twice MB", "once MB", "limit MB", ""]]
     for result in results:
         if not scales(result):
             continue
@@ -69,8 +69,8 @@ def scaling_rows(results):
             f"{result['limit']:.2f}",
             f"{twice['cpu'] / once['cpu']:.2f}",
             megabytes(twice["peak"]),
-            memory_limit(result),
             megabytes(once["peak"]),
+            memory_limit(result),
             verdict(result),
         ])
     return rows

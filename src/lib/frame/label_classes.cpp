@@ -53,7 +53,7 @@ bool SExtFormats::ClassTransfer::classifyLine(const SExtLabelPoint& labelPoint) 
     if (line->classId != 0) ++tally_.alreadyAssociated;
     kaldex::label(*line, place, labelPoint.Iclass);
   }
-  line->Free(1);
+  giveBack(vector_, line);
   return isFree;
 }
 

@@ -91,7 +91,10 @@ SExtFormats::ObjectBinding::Outcome SExtFormats::ObjectBinding::bindLine(SExtLab
   Line* const line = search_.findLine(*labelPoint.Coordinate());
   if (line == nullptr) return Outcome::passedOver;
   // In a cadastral layer a label on a boundary is meant for the polygon.
-  if (cadastral_ && kaldex::LabelSearch::isBoundary(*line)) return Outcome::passedOver;
+  if (cadastral_ && kaldex::LabelSearch::isBoundary(*line)) {
+    delete line;  // there may be as many as there are labels
+    return Outcome::passedOver;
+  }
   const Outcome outcome = bind(labelPoint, *line);
   if (outcome == Outcome::bound) {
     kaldex::label(*line, *labelPoint.Coordinate(), 0);

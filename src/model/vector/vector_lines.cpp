@@ -224,11 +224,14 @@ void VectorStore::updateLine(Line& line) {
   line.state = stateStored;
 }
 
+// Without a list nobody sees whether a line is there before it is asked for: then each is read when it is, and
+// those that aren't take no memory.
 void VectorStore::loadAllLines(LineList* list) {
   holdLines = true;
+  if (list == nullptr) return;
   for (Line* line = firstLine(); line != nullptr; line = nextLine()) {
     line->Size();
-    if (list != nullptr) list->Append(line);
+    list->Append(line);
   }
 }
 
