@@ -12,7 +12,9 @@ import sys
 
 # --- ASCII -----------------------------------------------------------------------------------------------------------
 
-ASCII_JOBS = {"lines": 0, "network": 1, "breaks": 2, "contours": 3, "samples": 4}
+ASCII_JOBS = {name: number for number, name in enumerate(
+    ["lines", "network", "breaks", "contours", "samples", "points3d", "points", "places", "labels", "object_labels",
+     "node_labels", "table", "new_table", "texts", "turns"])}
 METRES, KILOMETRES, DEGREES = 0, 1, 4
 FOREIGN, SEMICOLON = 0x20, 0x40  # source projection other than the layer's; a separator is set
 YES, NO = 0xFF, 0x00
@@ -78,8 +80,92 @@ def ascii_sections():
         "empty_blocks": ("contours", METRES, "CONTOURLINES\nLINE3D\nHEIGHT 1\nEND\nPOINT3D\nEND\nEND\n"),
         "height_no_number": ("contours", METRES, "CONTOURLINES\nLINE3D\nHEIGHT alto\n1 2\nEND\nEND\n"),
     }
+    cases.update(labelled_sections())
     return {name: bytes([ASCII_JOBS[job], settings, YES]) + text.encode("latin1")
             for name, (job, settings, text) in cases.items()}
+
+
+# --- Sections of samples, points, labels, tables, texts and turns ---
+
+def labelled_sections():
+    place, angle = "500000.000000  ;  7000000.000000", " o 45 00 00.0000 ; s 23 10 05.2000"
+    classes = "\nSEPARATOR ;\nTHEMACLASS\n  0   0 255  229  91 104  Mata\n"
+    columns = "\nSEPARATOR ;\nUNFORMATED\nCATEGORY_OBJ\tLotes\nT_KEY ; TEXT ; 32 ; 0\nT_NAME ; TEXT ; 32 ; 0\n"
+    known = columns + "AREA_M2 ; REAL ; 17 ; 8\nBAIRRO ; TEXT ; 20 ; 0"
+    new = columns.replace("Lotes", "Objetos") + "POP;INTEGER\narea;REAL\n1st;DATE\n(x;TEXT;5"
+    quoted = '\nCATEGORY_OBJ  "Objetos"\nLABEL  "L1"\nNAME   "Praça da Sé"\n500000.000000     7000000.000000'
+    look = "; Rio Tietê; 45.000000 ; 0.100000 ; 2.500000 ; 255 ; 0 ; 0 ; 1 ; 2 ; Helvetica"
+    turn = "o 45 0 0.00000 s 23 0 0.00000 o 45 0 1.00000 s 23 0 0.00000 o 45 0 1.00000 s 23 0 1.00000 "
+    return {
+        "samples_of_points": ("points3d", METRES, "SAMPLE\nINFO" + HEADER + "\nINFO_END\nPOINT3D\n500000 7000000 612.5\nEND\nEND\n"),
+        "samples_with_lines": ("points3d", METRES, section("SAMPLE", "\nLINE3D\nHEIGHT 5" + POINTS + "\nEND\nLINES" + POINTS + "\nEND\nEND")),
+        "points_of_classes": ("points", METRES, section("POINT2D", "\n" + place + " ; Mata\n" + place + " ; Campo", info=classes)),
+        "points_of_objects": ("places", METRES, section("POINT2D", "\n" + place + " ; L1 ; Um ; Objetos", info="\nSEPARATOR ;\n")),
+        "points_named": ("points", METRES, section("POINT2D", '\nCLASS_NAME   "Mata"\n500000.000000     7000000.000000')),
+        "labels": ("labels", METRES, section("POINTS", "\n" + place + " ; Mata\n" + angle + " ; Mata", info=classes)),
+        "labels_of_objects": ("object_labels", METRES, section("POINTS", "\n" + place + " ; L1 ; Um ; Objetos", info="\nSEPARATOR ;\n")),
+        "labels_quoted": ("object_labels", METRES, section("POINTS", quoted)),
+        "labels_of_nodes": ("node_labels", METRES, section("NETWORK_OBJECTS", quoted + "\nNODES" + quoted)),
+        "labels_unended": ("labels", METRES, "POINTS\nCLASS_NAME \"Mata\nCLASS_NAME"),
+        "label_long": ("object_labels", METRES, "POINTS\nSEPARATOR ;\n1;2;\x01\xe7\x11;\x01n\x01;Objetos\nEND\n"),
+        "table": ("table", METRES, section("TABLE", "\nL1 ; Um ; 1,5 ; Centro\nL2 ;  ; -123456789.25 ; ", info=known)),
+        "table_of_other": ("table", METRES, section("TABLE", "\nL1 ; Um ; x", info=known + "\nNOVA;TEXT;5")),
+        "table_new": ("new_table", METRES, section("TABLE", "\nL1;Um;12345678901;1e20;12/03/2001;abcdefg\n// c\nL2;Dois;;;;", info=new)),
+        "table_empty_fields": ("new_table", METRES, section("TABLE", "\n;;;;;\nL1;;;;;", info=new)),
+        "table_row_long": ("table", METRES, section("TABLE", "\nL1;Um;1;\x01x\x11\nL2;Dois;1;\x01x\x80", info=known)),
+        "table_unended": ("table", METRES, section("TABLE", "\nL1;Um;1;a", info=known)[:-6]),
+        "table_formated": ("table", METRES, section("TABLE", "\nL1 Um 1 a", info=known.replace("UNFORMATED", "FORMATED"))),
+        "texts": ("texts", METRES, section("TEXT", "\n" + place + look + "\n" + place + "; Só", info="\nSEPARATOR ;\n")),
+        "texts_in_angles": ("texts", FOREIGN, section("TEXT", "\n" + angle + look, info="\nSEPARATOR ;\n")),
+        "texts_bad": ("texts", METRES, "TEXT\n0;1;a\n1;0;a\n1;2; \n1;2\nx;y;z\n-;-;-\n1e999;nan;t;nan;1e400;;99999;-9\nEND\n"),
+        "turns": ("turns", METRES, "TURNS\nINFO\n// Restrições de direção" + HEADER + "\nINFO_END\n" + turn + "\n" + turn[:-1] + "\nEND_TURNS\n"),
+        "turns_bad": ("turns", METRES, "TURNS\nINFO\nINFO_END\n" + turn.replace("s 23 0 0", "x 23 0 0") + "\n" + "1 2 " * 3 + "\n"),
+    }
+
+
+# --- Delimited tables ---
+
+def csv():
+    table, update, statistics, nonspatial, columns = range(5)
+    ANY, SHORT, FIRST, WORDS = 0x10, 0x20, 0x40, 0x80
+    SEMICOLONS, COMMAS, TABS, NO_SEPARATOR, KEY_1, KEY_2, CLEAN = 1, 2, 4, 5, 0x08, 0x10, 0x80
+    plain = "nome;valor\nSão Paulo;1\nBelém;2"
+    quoted = 'nome;"valor; em reais"\n"São ""Paulo""";"1;5"\n"dois\nfins";2\n'
+    section_text = ("\nTABLE\nINFO\nSEPARATOR ;\nUNFORMATED\nCATEGORY_OBJ   Lotes\nT_KEY ; TEXT ; 32 ; 0\nT_NAME ; TEXT ; 32 ; 0\n"
+                    "AREA_M2 ; REAL ;\nBAIRRO ; TEXT ; 20 ;\nINFO_END\nL1;Um;1;a\nL2;Dois;2;b\nEND\n\2NOVA\nx;1\ny;2\n")
+    cases = {
+        "table": (table | ANY, KEY_1, plain),
+        "table_numbered": (table, 0, plain + "\n"),
+        "table_by_second": (table, KEY_2, "a;b;c\n;k;1\nx;;2\n,y;k;3"),
+        "table_of_keys": (table, 0, "T_KEY;pop\nL1;1\nL2;2"),
+        "table_quoted": (table | ANY, CLEAN, quoted),
+        "update": (update | FIRST, KEY_1, "id;AREA_M2;populacao90;populacao91;DATA\n1;1,5;a;b;c\n2;x;;;\n"),
+        "statistics": (statistics, COMMAS, "id,MORAN,LOCAL_I_1\n1,0.5,-1e-3\n2,,7\n"),
+        "nonspatial": (nonspatial, 0, "a;ID;ccc\n1;0;\nl'eau;1,5;12345678901234567890;more\nshort\n"),
+        "nonspatial_quoted": (nonspatial, CLEAN, quoted),
+        "columns": (columns, SEMICOLONS, section_text),
+        "columns_of_less": (columns, SEMICOLONS, section_text[:-6]),
+        "columns_of_nothing": (columns, SEMICOLONS, section_text[:section_text.index("NOVA")]),
+        "byte_order_mark": (table, CLEAN, "\xef\xbb\xbf" + plain),
+        "utf16": (table, 0, "\xff\xfea\0;\0b\0\n\0"),
+        "carriage_returns": (nonspatial, CLEAN, plain.replace("\n", "\r\n")),
+        "zeros": (nonspatial, CLEAN, "a;b\n1\0;2\r\n\0\n"),
+        "quote_alone": (nonspatial, 0, 'a;b\n1;5" pipe\n"x;2\n3;4\n'),
+        "quote_unended": (table, CLEAN, 'a;b\n1;"x\n2;3\n'),
+        "quote_too_late": (table, CLEAN, 'a;b\n1;"x\x01\n\x90"\n'),
+        "separator_told": (table, CLEAN, 'sep=,\r\n"a;b",c\n1,2\n'),
+        "separator_in_quotes": (table, CLEAN, '"a,b";c\n"1,5";2\n'),
+        "comments": (nonspatial, CLEAN, '// a;b\n\na;b\n"//x";1\n//y;2\n1;2\n// end'),
+        "names_equal": (nonspatial | SHORT, CLEAN, "quantidade1;QUANTIDADE2;;0;quantid1\n1;2;3;4;5"),
+        "names_of_the_system": (nonspatial, 0, "ID;ID1;NOME;GEOID\n1;2;3;4"),
+        "names_of_words": (table | WORDS, CLEAN, "a b;c\td;//e\n1;2;3"),
+        "tabs": (nonspatial, TABS | CLEAN, 'a\tb\tc\n\t2\t\n1\t\t"x\ty"\n'),
+        "no_separator": (nonspatial, NO_SEPARATOR, "a;b\n1,2;3\n"),
+        "ragged": (nonspatial, CLEAN, "a;b\n1\n1;2;3\n1;2;;\n;\n"),
+        "line_long": (nonspatial, CLEAN, "a;b\n1;\x01x\x70\n1;\x01x\x6f\n"),
+        "columns_many": (nonspatial, 0, "a\x01;\x08b\n1"),
+    }
+    return {name: bytes([what, form, YES]) + text.encode("latin1") for name, (what, form, text) in cases.items()}
 
 
 def info_block():
@@ -462,7 +548,7 @@ def legacy_polygons():
 
 def main():
     root = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent / "seeds"
-    for make in (ascii_sections, info_block, intake, shapefile, dbf, geometry_blob, projection_text, legacy_polygons):
+    for make in (ascii_sections, csv, info_block, intake, shapefile, dbf, geometry_blob, projection_text, legacy_polygons):
         folder = root / make.__name__
         folder.mkdir(parents=True, exist_ok=True)
         seeds = make()

@@ -100,7 +100,9 @@ void Workplace::needObjects() {
   for (const char* name : {"Objetos", "Lotes", "known_O"}) {
     fresh.Append(new Category(-1, name, OBJECTMODEL, "", 0, nullptr));
   }
+  fresh.Append(new Category(-1, "Tabela", NOTSPACIALMODEL, "", 0, nullptr));
   insist(dataBase_->storeCategories(fresh) != 0, "categories of objects");
+  insist(layers_[thematic]->makeText() != nullptr, "texts");
   makeTable("Lotes", {{"AREA_M2", 1, 17, 8, 1, ""}, {"BAIRRO", 3, 20, 0, 2, ""}});
   makeTable("known_O", {{"NOME1", 3, 12, 0, 1, ""}, {"AREA1", 1, 9, 2, 2, ""}, {"POP", 0, 6, 0, 3, ""}});
   makeKnownObject();

@@ -50,9 +50,10 @@ class Workplace {
 
   /// Categories of objects, for targets that deal with them: one without and two with an attribute table, of
   /// which "known_O" is the one that a shapefile called known.shp goes into, and has an object that its first
-  /// shape is.
+  /// shape is. Also one of tables, "Tabela", and the representation of texts in the thematic layer.
   void needObjects();
   Category* objects(const char* name) const;
+  DataBase& dataBase() const { return *dataBase_; }
 
   /// Run an operation on a layer in a transaction that is then undone, unless all counts are as they were.
   /// Ends the process when anything of it stays.
