@@ -730,6 +730,10 @@
         <source>linha longa demais</source>
         <translation>line too long</translation>
     </message>
+    <message>
+        <source>Valores com uma vírgula entre dígitos, que a leitura troca por um ponto: %1</source>
+        <translation>Values with a comma between digits, which reading changes to a point: %1</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
@@ -997,24 +1001,6 @@
         <translation>COMMAND</translation>
     </message>
     <message>
-        <source>Exemplos:
-  kaldex init base.gpkg
-  kaldex import shapefile features rios.shp base.gpkg mapa/rios
-  kaldex export ascii lines base.gpkg mapa/rios rios.kdx
-  kaldex info base.gpkg mapa/rios --json
-  kaldex draw base.gpkg mapa mapa.png --size 1600x800
-
-Código de saída: 0 feito, 1 falhou, 2 uso errado, 3 recusado por uma pergunta, 130 cancelado.</source>
-        <translation>Examples:
-  kaldex init base.gpkg
-  kaldex import shapefile features rivers.shp base.gpkg map/rivers
-  kaldex export ascii lines base.gpkg map/rivers rivers.kdx
-  kaldex info base.gpkg map/rivers --json
-  kaldex draw base.gpkg map map.png --size 1600x800
-
-Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled.</translation>
-    </message>
-    <message>
         <source>Comandos</source>
         <translation>Commands</translation>
     </message>
@@ -1119,16 +1105,6 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
         <translation>Keep what an interrupted import has left</translation>
     </message>
     <message>
-        <source>Exemplos:
-  kaldex import shapefile features lotes.shp base.gpkg cidade/lotes --model cadastral --yes
-  kaldex import ascii lines rios.kdx base.gpkg mapa/rios --crs EPSG:31983 --dry-run
-  kaldex import shapefile contours curvas.shp base.gpkg relevo/curvas --scale 10000</source>
-        <translation>Examples:
-  kaldex import shapefile features parcels.shp base.gpkg town/parcels --model cadastral --yes
-  kaldex import ascii lines rivers.kdx base.gpkg map/rivers --crs EPSG:31983 --dry-run
-  kaldex import shapefile contours contours.shp base.gpkg relief/contours --scale 10000</translation>
-    </message>
-    <message>
         <source>Exporta um plano para um arquivo</source>
         <translation>Export a layer to a file</translation>
     </message>
@@ -1151,14 +1127,6 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
     <message>
         <source>Escreve e confere tudo, não deixa nada</source>
         <translation>Write and check everything, leave nothing</translation>
-    </message>
-    <message>
-        <source>Exemplos:
-  kaldex export shapefile polygons base.gpkg cidade/lotes lotes.shp --by object
-  kaldex export ascii lines base.gpkg mapa/rios rios.kdx --coords gms</source>
-        <translation>Examples:
-  kaldex export shapefile polygons base.gpkg town/parcels parcels.shp --by object
-  kaldex export ascii lines base.gpkg map/rivers rivers.kdx --coords gms</translation>
     </message>
     <message>
         <source>Converte um arquivo, por um banco de dados temporário</source>
@@ -1743,6 +1711,62 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
     <message>
         <source>A seção %1 de %2 não pôde ser lida até o fim.</source>
         <translation>The section %1 of %2 could not be read to its end.</translation>
+    </message>
+    <message>
+        <source>O separador &quot;%1&quot; não poderia ser lido de volta.</source>
+        <translation>The separator &quot;%1&quot; could not be read back.</translation>
+    </message>
+    <message>
+        <source>--separator: espera-se um caractere, tab ou none em vez de %1</source>
+        <translation>--separator: one character, tab or none is expected instead of %1</translation>
+    </message>
+    <message>
+        <source>Exemplos:
+  kaldex init base.gpkg
+  kaldex import shapefile features rios.shp base.gpkg mapa/rios
+  kaldex export ascii lines base.gpkg mapa/rios rios.kdx
+  kaldex classify ascii solos.kdx base.gpkg mapa/solos
+  kaldex info base.gpkg mapa/rios --json
+  kaldex draw base.gpkg mapa mapa.png --size 1600x800
+
+Código de saída: 0 feito, 1 falhou, 2 uso errado, 3 recusado por uma pergunta, 130 cancelado.</source>
+        <translation>Examples:
+  kaldex init base.gpkg
+  kaldex import shapefile features rivers.shp base.gpkg map/rivers
+  kaldex export ascii lines base.gpkg map/rivers rivers.kdx
+  kaldex classify ascii soils.kdx base.gpkg map/soils
+  kaldex info base.gpkg map/rivers --json
+  kaldex draw base.gpkg map map.png --size 1600x800
+
+Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled.</translation>
+    </message>
+    <message>
+        <source>Exemplos:
+  kaldex import shapefile features lotes.shp base.gpkg cidade/lotes --model cadastral --yes
+  kaldex import ascii lines rios.kdx base.gpkg mapa/rios --crs EPSG:31983 --dry-run
+  kaldex import shapefile contours curvas.shp base.gpkg relevo/curvas --scale 10000
+  kaldex import csv table censo.csv base.gpkg censo --key codigo --types renda=real</source>
+        <translation>Examples:
+  kaldex import shapefile features lots.shp base.gpkg town/lots --model cadastral --yes
+  kaldex import ascii lines rivers.kdx base.gpkg map/rivers --crs EPSG:31983 --dry-run
+  kaldex import shapefile contours curves.shp base.gpkg relief/curves --scale 10000
+  kaldex import csv table census.csv base.gpkg census --key code --types income=real</translation>
+    </message>
+    <message>
+        <source>Projeto e plano, ou a categoria de uma tabela</source>
+        <translation>Project and layer, or the category of a table</translation>
+    </message>
+    <message>
+        <source>Exemplos:
+  kaldex export shapefile polygons base.gpkg cidade/lotes lotes.shp --by object
+  kaldex export ascii lines base.gpkg mapa/rios rios.kdx --coords gms
+  kaldex export ascii labels base.gpkg mapa/solos solos.kdx --separator &quot;;&quot;
+  kaldex export ascii table base.gpkg lotes lotes.kdx</source>
+        <translation>Examples:
+  kaldex export shapefile polygons base.gpkg town/lots lots.shp --by object
+  kaldex export ascii lines base.gpkg map/rivers rivers.kdx --coords gms
+  kaldex export ascii labels base.gpkg map/soils soils.kdx --separator &quot;;&quot;
+  kaldex export ascii table base.gpkg lots lots.kdx</translation>
     </message>
 </context>
 </TS>

@@ -730,6 +730,10 @@
         <source>linha longa demais</source>
         <translation>línea demasiado larga</translation>
     </message>
+    <message>
+        <source>Valores com uma vírgula entre dígitos, que a leitura troca por um ponto: %1</source>
+        <translation>Valores con una coma entre dígitos, que la lectura cambia por un punto: %1</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
@@ -997,24 +1001,6 @@
         <translation>COMANDO</translation>
     </message>
     <message>
-        <source>Exemplos:
-  kaldex init base.gpkg
-  kaldex import shapefile features rios.shp base.gpkg mapa/rios
-  kaldex export ascii lines base.gpkg mapa/rios rios.kdx
-  kaldex info base.gpkg mapa/rios --json
-  kaldex draw base.gpkg mapa mapa.png --size 1600x800
-
-Código de saída: 0 feito, 1 falhou, 2 uso errado, 3 recusado por uma pergunta, 130 cancelado.</source>
-        <translation>Ejemplos:
-  kaldex init base.gpkg
-  kaldex import shapefile features rios.shp base.gpkg mapa/rios
-  kaldex export ascii lines base.gpkg mapa/rios rios.kdx
-  kaldex info base.gpkg mapa/rios --json
-  kaldex draw base.gpkg mapa mapa.png --size 1600x800
-
-Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregunta, 130 cancelado.</translation>
-    </message>
-    <message>
         <source>Comandos</source>
         <translation>Comandos</translation>
     </message>
@@ -1119,16 +1105,6 @@ Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregun
         <translation>Guarda lo que una importación interrumpida dejó</translation>
     </message>
     <message>
-        <source>Exemplos:
-  kaldex import shapefile features lotes.shp base.gpkg cidade/lotes --model cadastral --yes
-  kaldex import ascii lines rios.kdx base.gpkg mapa/rios --crs EPSG:31983 --dry-run
-  kaldex import shapefile contours curvas.shp base.gpkg relevo/curvas --scale 10000</source>
-        <translation>Ejemplos:
-  kaldex import shapefile features lotes.shp base.gpkg ciudad/lotes --model cadastral --yes
-  kaldex import ascii lines rios.kdx base.gpkg mapa/rios --crs EPSG:31983 --dry-run
-  kaldex import shapefile contours curvas.shp base.gpkg relieve/curvas --scale 10000</translation>
-    </message>
-    <message>
         <source>Exporta um plano para um arquivo</source>
         <translation>Exporta una capa a un archivo</translation>
     </message>
@@ -1151,14 +1127,6 @@ Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregun
     <message>
         <source>Escreve e confere tudo, não deixa nada</source>
         <translation>Escribe y comprueba todo, no deja nada</translation>
-    </message>
-    <message>
-        <source>Exemplos:
-  kaldex export shapefile polygons base.gpkg cidade/lotes lotes.shp --by object
-  kaldex export ascii lines base.gpkg mapa/rios rios.kdx --coords gms</source>
-        <translation>Ejemplos:
-  kaldex export shapefile polygons base.gpkg ciudad/lotes lotes.shp --by object
-  kaldex export ascii lines base.gpkg mapa/rios rios.kdx --coords gms</translation>
     </message>
     <message>
         <source>Converte um arquivo, por um banco de dados temporário</source>
@@ -1743,6 +1711,62 @@ Código de salida: 0 hecho, 1 falló, 2 uso erróneo, 3 rechazado por una pregun
     <message>
         <source>A seção %1 de %2 não pôde ser lida até o fim.</source>
         <translation>La sección %1 de %2 no se pudo leer hasta el fin.</translation>
+    </message>
+    <message>
+        <source>O separador &quot;%1&quot; não poderia ser lido de volta.</source>
+        <translation>El separador &quot;%1&quot; no podría leerse de vuelta.</translation>
+    </message>
+    <message>
+        <source>--separator: espera-se um caractere, tab ou none em vez de %1</source>
+        <translation>--separator: se espera un carácter, tab o none en vez de %1</translation>
+    </message>
+    <message>
+        <source>Exemplos:
+  kaldex init base.gpkg
+  kaldex import shapefile features rios.shp base.gpkg mapa/rios
+  kaldex export ascii lines base.gpkg mapa/rios rios.kdx
+  kaldex classify ascii solos.kdx base.gpkg mapa/solos
+  kaldex info base.gpkg mapa/rios --json
+  kaldex draw base.gpkg mapa mapa.png --size 1600x800
+
+Código de saída: 0 feito, 1 falhou, 2 uso errado, 3 recusado por uma pergunta, 130 cancelado.</source>
+        <translation>Ejemplos:
+  kaldex init base.gpkg
+  kaldex import shapefile features rios.shp base.gpkg mapa/rios
+  kaldex export ascii lines base.gpkg mapa/rios rios.kdx
+  kaldex classify ascii suelos.kdx base.gpkg mapa/suelos
+  kaldex info base.gpkg mapa/rios --json
+  kaldex draw base.gpkg mapa mapa.png --size 1600x800
+
+Código de salida: 0 hecho, 1 falló, 2 uso incorrecto, 3 rechazado por una pregunta, 130 cancelado.</translation>
+    </message>
+    <message>
+        <source>Exemplos:
+  kaldex import shapefile features lotes.shp base.gpkg cidade/lotes --model cadastral --yes
+  kaldex import ascii lines rios.kdx base.gpkg mapa/rios --crs EPSG:31983 --dry-run
+  kaldex import shapefile contours curvas.shp base.gpkg relevo/curvas --scale 10000
+  kaldex import csv table censo.csv base.gpkg censo --key codigo --types renda=real</source>
+        <translation>Ejemplos:
+  kaldex import shapefile features lotes.shp base.gpkg ciudad/lotes --model cadastral --yes
+  kaldex import ascii lines rios.kdx base.gpkg mapa/rios --crs EPSG:31983 --dry-run
+  kaldex import shapefile contours curvas.shp base.gpkg relieve/curvas --scale 10000
+  kaldex import csv table censo.csv base.gpkg censo --key codigo --types renta=real</translation>
+    </message>
+    <message>
+        <source>Projeto e plano, ou a categoria de uma tabela</source>
+        <translation>Proyecto y capa, o la categoría de una tabla</translation>
+    </message>
+    <message>
+        <source>Exemplos:
+  kaldex export shapefile polygons base.gpkg cidade/lotes lotes.shp --by object
+  kaldex export ascii lines base.gpkg mapa/rios rios.kdx --coords gms
+  kaldex export ascii labels base.gpkg mapa/solos solos.kdx --separator &quot;;&quot;
+  kaldex export ascii table base.gpkg lotes lotes.kdx</source>
+        <translation>Ejemplos:
+  kaldex export shapefile polygons base.gpkg ciudad/lotes lotes.shp --by object
+  kaldex export ascii lines base.gpkg mapa/rios rios.kdx --coords gms
+  kaldex export ascii labels base.gpkg mapa/suelos suelos.kdx --separator &quot;;&quot;
+  kaldex export ascii table base.gpkg lotes lotes.kdx</translation>
     </message>
 </context>
 </TS>
