@@ -9,7 +9,7 @@ inline namespace kaldex_v1 {
 /// Gives lines and polygons the classes of label points.
 class SExtFormats::ClassTransfer {
  public:
-  ClassTransfer(Vector& vector, float scale) : search_(vector, scale) {}
+  ClassTransfer(Vector& vector, float scale) : vector_(vector), search_(vector, scale) {}
 
   int run(SExtLabelPointList& labelPoints);
 
@@ -18,6 +18,7 @@ class SExtFormats::ClassTransfer {
   bool classifyLine(const SExtLabelPoint& labelPoint);
   bool classifyPolygon(const SExtLabelPoint& labelPoint);
 
+  Vector& vector_;
   kaldex::LabelSearch search_;
   kaldex::LabelTally tally_;
 };
