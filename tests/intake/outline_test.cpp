@@ -177,7 +177,7 @@ TEST_F(OutlineTest, KnowsFilesByTheirContent) {
        FileFormat::geographicDatabase, "GeoPackage"},
       {"  0\nSECTION\n  2\nHEADER\n", FileFormat::unknown, "DXF"},
       {"999\nmade by\n0\nSECTION\n", FileFormat::unknown, "DXF"},
-      {"a;b;c\n1;2;3\n4;5;6\n", FileFormat::unknown, "delimitado"},
+      {"a;b;c\n1;2;3\n4;5;6\n", FileFormat::delimitedTable, "delimitado"},
       {"\x89PNG\r\n\x1a\n....", FileFormat::unknown, "PNG"},
       {"just words\n", FileFormat::unknown, "texto"},
       {QByteArray("\x01\x00\xFF\x00\x07", 5), FileFormat::unknown, "bin"},
