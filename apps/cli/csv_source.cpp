@@ -12,7 +12,7 @@ namespace kaldex::cli {
 bool CsvSource::prepare() {
   name_ = QFileInfo(context_.options.file).fileName();
   if (context_.path != context_.options.file) tellMended();
-  if (!(context_.options.quoted ? clean() : place())) return false;
+  if (!(context_.options.quoted || needsSeparator() ? clean() : place())) return false;
   const QString path = folder_.filePath(name_);
   context_.job.conversation().nameFile(path, context_.options.file);
   survey_.emplace(path, question_);
@@ -21,6 +21,15 @@ bool CsvSource::prepare() {
     return false;
   }
   return tellFindings();
+}
+
+// A reader that parts fields at certain characters finds none of another separator's.
+bool CsvSource::needsSeparator() {
+  const QString& separator = question_.separator;
+  if (!question_.anySeparator || separator.isEmpty() || QStringLiteral(",;|").contains(separator))
+    return false;
+  question_.newSeparator = QStringLiteral(";");
+  return true;
 }
 
 // What the preparation of every text has mended stood somewhere, too.
@@ -45,6 +54,7 @@ bool CsvSource::clean() {
     return false;
   }
   question_.quotes = false;
+  if (!question_.newSeparator.isEmpty()) question_.separator = question_.newSeparator;
   if (cleaner.changedFields() + cleaner.changedRows() > 0) {
     Job::report().note(Say::tr("Limpeza: %1 campos mudados, %2 registros completados ou encurtados.")
                            .arg(cleaner.changedFields())

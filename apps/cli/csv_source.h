@@ -24,6 +24,7 @@ class CsvSource {
 
  private:
   void tellMended();
+  bool needsSeparator();
   bool clean();
   bool place();
   bool tellFindings();

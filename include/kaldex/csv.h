@@ -88,9 +88,9 @@ class KALDEX_API CsvSurvey {
 };
 
 /// Writes a file with quoted fields as one without quotes: what a field can't hold then (separators, line
-/// ends, NULs) becomes a blank, missing fields at a row's end become empty ones, empty ones too many go, and
-/// columns without a name, or with one that is taken, get another. Lines end in a line feed, but for the last
-/// one.
+/// ends, NULs) becomes a blank, or a point where it is a decimal comma, missing fields at a row's end become
+/// empty ones, empty ones too many go, and columns without a name, or with one that is taken, get another.
+/// Lines end in a line feed, but for the last one.
 class KALDEX_API CsvCleaner {
  public:
   explicit CsvCleaner(const CsvQuestion& question) : question_(question) {}

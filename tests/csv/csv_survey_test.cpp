@@ -115,7 +115,9 @@ TEST_F(CsvSurveyed, CleansQuotes) {
   CsvQuestion question;
   question.anySeparator = question.shortNames = question.needsFirst = question.wholeWords = true;
   EXPECT_EQ(clean("pop total 1;pop total 2;;0\n1,5;a|b;;\n;;;\n", question),
-            "pop_total_1;pop_tot1;COL1;COL2\n1 5;a b;;\n0;;;");
+            "pop_total_1;pop_tot1;COL1;COL2\n1.5;a b;;\n0;;;");
+  question.wholeWords = false;
+  EXPECT_EQ(clean("sep=\t\na b\tc;d\n1,5\t2\n", question), "a b;c d\n1.5;2");
   CsvQuestion comma;
   comma.newSeparator = ";";
   write("t.csv", "a,b\n\"x,y\",u;v\n");

@@ -6,6 +6,7 @@
 #include <QSet>
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <memory>
 
 #include "base/character_class.h"
@@ -75,6 +76,7 @@ class CsvCleaner::Walk {
   void writeRecord();
   void cleanField(std::string& field);
   bool isUnwanted(char c) const;
+  bool isDecimalComma(const std::string& field, std::size_t at) const;
 
   CsvCleaner& cleaner_;
   const CsvQuestion& question_;
@@ -146,7 +148,10 @@ void CsvCleaner::Walk::chooseSeparator(std::string_view header) {
   }
   record_ = kaldex::QuotedRecord(separator_);
   const QByteArray wanted = question_.newSeparator.toLatin1();
-  newSeparator_ = wanted.isEmpty() ? separator_ : wanted[0];
+  // Who parts fields at any of three separators doesn't know a fourth.
+  const bool known = separator_ == 0 || std::strchr(",;|", separator_) != nullptr;
+  const char usual = known || !question_.anySeparator ? separator_ : ';';
+  newSeparator_ = wanted.isEmpty() ? usual : wanted[0];
 }
 
 void CsvCleaner::Walk::takeHeader() {
@@ -216,11 +221,17 @@ bool CsvCleaner::Walk::isUnwanted(char c) const {
   return c == separator_ || c == newSeparator_ || parts || c == '\r' || c == '\0';
 }
 
+// As the readers of delimited lines see it.
+bool CsvCleaner::Walk::isDecimalComma(const std::string& field, std::size_t at) const {
+  const auto digitAt = [&](std::size_t i) { return i < field.size() && kaldex::isDecimalDigit(field[i]); };
+  return field[at] == ',' && separator_ != ',' && at > 0 && digitAt(at - 1) && digitAt(at + 1);
+}
+
 void CsvCleaner::Walk::cleanField(std::string& field) {
   bool changed = false;
-  for (char& c : field) {
-    if (!isUnwanted(c)) continue;
-    c = ' ';
+  for (std::size_t i = 0; i < field.size(); ++i) {
+    if (!isUnwanted(field[i])) continue;
+    field[i] = isDecimalComma(field, i) ? '.' : ' ';
     changed = true;
   }
   const std::string_view inside = kaldex::stripped(field);
