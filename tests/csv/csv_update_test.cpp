@@ -44,6 +44,13 @@ TEST_F(CsvUpdate, UpdatesRowsByIdentifier) {
   EXPECT_EQ(in->file, nullptr);
 }
 
+TEST_F(CsvUpdate, AnUpdateCanBeRepeated) {
+  EXPECT_EQ(handlerFor("t.csv", "id;populacao;AREA\n1;7;8\n")->Import_CSV_TAB_UPDATE(lots), 1);
+  EXPECT_EQ(handlerFor("t.csv", "id;populacao;AREA\n1;9;0\n2;5;6\n")->Import_CSV_TAB_UPDATE(lots), 1);
+  EXPECT_EQ(rows(), "1|||9|0\n2|||5|6");
+  EXPECT_EQ(columnsOf(lots->attributeTable).mid(3), QStringList({"populaca:3:17:8", "AREA1:3:17:8"}));
+}
+
 TEST_F(CsvUpdate, AnUnwantedValueEndsItAndWhatWasStoredStays) {
   messages.answer(kSkip, false);
   EXPECT_EQ(handlerFor("t.csv", "id;nota;pop\n1;a;1\n2;b;x\n")->Import_CSV_TAB_UPDATE(lots), 0);

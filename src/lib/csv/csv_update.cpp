@@ -89,6 +89,10 @@ void SExtFormats::CsvUpdate::takeName(std::string name, bool wasCut) {
     return insert(columns_, *known, "Attlistalt.Insert(Attraux)");
   }
   renameReserved(name);
+  // The column that an earlier update by the same file has made.
+  if (const SField* const known = existing_.find(text(name))) {
+    return insert(columns_, *known, "Attlistalt.Insert(Attraux)");
+  }
   while (wasCut && added_.find(text(name)) != nullptr) number(name);
   const SField column(text(name), newType_, kTextSize, kDecimals, ++lastIndex_, category_.attributeTable);
   insert(added_, column, "Attlistadd.Insert(Attraux)");

@@ -72,10 +72,12 @@ bool isEndLine(const unsigned char* bytes, std::size_t count) {
   return first != std::string_view::npos && text.substr(first) == "END";
 }
 
-bool endsInBlanks(const unsigned char* bytes, std::size_t count) {
-  const std::size_t all = count;
-  while (count > 0 && (bytes[count - 1] == ' ' || bytes[count - 1] == '\t')) --count;
-  return count > 0 && count < all && bytes[count - 1] == '\n';
+// `survey` knows how the block before ended.
+bool endsInBlanks(const unsigned char* block, std::size_t count, const TextSurvey& survey) {
+  std::size_t text = count;
+  while (text > 0 && (block[text - 1] == ' ' || block[text - 1] == '\t')) --text;
+  if (text == 0) return survey.endsWithLineFeed || survey.endsWithBlanks;
+  return text < count && block[text - 1] == '\n';
 }
 
 }  // namespace
@@ -146,8 +148,8 @@ TextSurvey surveyText(FileWindow& file) {
     survey.carriageReturns = survey.carriageReturns || traits.carriageReturns;
     survey.nonAscii = survey.nonAscii || traits.nonAscii;
     if (survey.nonAscii) utf8.add(block, count);
+    survey.endsWithBlanks = endsInBlanks(block, count, survey);
     survey.endsWithLineFeed = block[count - 1] == '\n';
-    survey.endsWithBlanks = endsInBlanks(block, count);
     survey.endsWithEnd = isEndLine(block + count - std::min(count, kTail), std::min(count, kTail));
     survey.endsWithControlZ = block[count - 1] == 0x1A;
     offset += count;
