@@ -7,6 +7,7 @@
 #include "kaldex/job_report.h"
 #include "kaldex/model/catalog.h"
 #include "kaldex/model/database.h"
+#include "lib/csv/column_cells.h"
 #include "lib/csv/csv_reader.h"
 #include "lib/frame/cell_text.h"
 #include "lib/frame/progress_scope.h"
@@ -32,12 +33,12 @@ class SExtFormats::CsvNonSpatial : private CsvReader {
   bool readHeader();
   bool readRows();
   bool readRow();
-  bool takeValue(SField& column, std::string_view field);
-  void put(SField& column, const QString& value);
+  bool takeValue(kaldex::ColumnCells& cells, std::string_view field);
 
   DataBase& base_;
   const Category& category_;
   SFieldList columns_;
+  std::vector<kaldex::ColumnCells> cells_;  ///< of each column
   std::string value_;
   long long rows_ = 0;
   long long stored_ = 0;
@@ -56,6 +57,7 @@ int SExtFormats::CsvNonSpatial::run() {
   if (!openAtHeader()) return 0;
   if (!tableIsEmpty()) return show(QObject::tr("Esta Categoria contém uma tabela que não está vazia!"));
   if (!readHeader()) return 0;
+  for (SField* column : columns_) cells_.emplace_back(*column, category_.attributeTable);
   if (columns_.Size() > 0 && base_.createTable(category_.attributeTable, columns_) == 0) {
     handler_.FileClose();
     return show(QObject::tr("Erro ao tentar criar atributos na tabela"));
@@ -97,23 +99,24 @@ bool SExtFormats::CsvNonSpatial::readRow() {
   ++rows_;
   std::string_view field;
   bool more = true;
-  for (SField* column : columns_) {
+  for (kaldex::ColumnCells& cells : cells_) {
     more = more && nextField(field);
     if (!more) {
-      put(*column, QString());
-    } else if (!takeValue(*column, field)) {
+      cells.addNothing();
+    } else if (!takeValue(cells, field)) {
       return false;
     }
   }
   return true;
 }
 
-bool SExtFormats::CsvNonSpatial::takeValue(SField& column, std::string_view field) {
+bool SExtFormats::CsvNonSpatial::takeValue(kaldex::ColumnCells& cells, std::string_view field) {
+  const SField& column = cells.column();
   value_ = field.empty() || field == "0" ? "XXX" : field;
   if (column.type != fieldText && TestDataType(value_.c_str(), column.type, nullptr) == 0) {
     ++badValues_;
     if (!leavesValueOut()) return false;
-    put(column, QString());
+    cells.addNothing();
     return true;
   }
   if (column.type == fieldDate || column.type == fieldText) {
@@ -122,14 +125,8 @@ bool SExtFormats::CsvNonSpatial::takeValue(SField& column, std::string_view fiel
     if (apostrophe != std::string::npos) value_[apostrophe] = '_';
   }
   if (kaldex::fitToColumn(column, value_)) ++badValues_;
-  put(column, text(value_));
+  cells.add(value_);
   return true;
-}
-
-void SExtFormats::CsvNonSpatial::put(SField& column, const QString& value) {
-  auto* const cell = new SCell(category_.attributeTable, column.type, value);
-  cell->setModify(cellInserted);
-  column.cells.Append(cell);
 }
 
 int SExtFormats::Import_CSV_TAB_NOTSPACIAL(Category* cat) {
