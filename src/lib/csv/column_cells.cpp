@@ -49,4 +49,9 @@ void ColumnCells::append(const QString& value) {
   column_->cells.Append(&cell);
 }
 
+void ColumnCells::clear() {
+  column_->cells.Kill();
+  blocks_.clear();
+}
+
 }  // namespace kaldex

@@ -23,6 +23,8 @@ class ColumnCells {
   void add(std::string_view value);
   // A missing value.
   void addNothing() { append(QString()); }
+  // Drop all of them, those in the column's list, too.
+  void clear();
 
  private:
   QString shared(std::string_view value);

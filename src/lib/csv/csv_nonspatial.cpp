@@ -16,10 +16,11 @@ inline namespace kaldex_v1 {
 
 namespace {
 constexpr int kBytesPerRow = 60;
+constexpr long long kRowsAtOnce = 4096;
 }
 
 /// Makes the table of a category from the handler's delimited file. The rows gather in the columns and are
-/// stored together.
+/// stored some thousand at a time, all of them or none.
 class SExtFormats::CsvNonSpatial : private CsvReader {
  public:
   CsvNonSpatial(SExtFormats& handler, const Category& category)
@@ -33,6 +34,7 @@ class SExtFormats::CsvNonSpatial : private CsvReader {
   bool readHeader();
   bool readRows();
   bool readRow();
+  bool store();
   bool takeValue(kaldex::ColumnCells& cells, std::string_view field);
 
   DataBase& base_;
@@ -62,7 +64,9 @@ int SExtFormats::CsvNonSpatial::run() {
     handler_.FileClose();
     return show(QObject::tr("Erro ao tentar criar atributos na tabela"));
   }
-  if (!readRows() || base_.finishColumns(columns_) == 0) return 0;
+  DBTransactionBlock block(&base_);
+  if (!readRows() || !store()) return 0;
+  block.enableCommit();
   stored_ = rows_;
   return 1;
 }
@@ -89,8 +93,15 @@ bool SExtFormats::CsvNonSpatial::readRows() {
     const Row row = nextRow();
     if (row != Row::found) return row == Row::ended;
     if (progress.cancelled() || !readRow()) return false;
+    if (rows_ % kRowsAtOnce == 0 && !store()) return false;
     progress.step();
   }
+}
+
+bool SExtFormats::CsvNonSpatial::store() {
+  if (base_.finishColumns(columns_) == 0) return false;
+  for (kaldex::ColumnCells& cells : cells_) cells.clear();
+  return true;
 }
 
 // A row that lacks values gets empty ones: the columns' cells must stay side by side.
