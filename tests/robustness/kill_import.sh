@@ -213,11 +213,11 @@ spoil_labels() {
 
 spoil_tables() {
   spoil_import 7
-  spoiled "$full" 'half of a table' no 'DELETE FROM CG000004 WHERE GEOID > 1000; DELETE FROM OJ000004 WHERE ID > 1000'
-  spoiled "$full" 'an object without attributes' no 'DELETE FROM CG000004 WHERE GEOID = 9'
-  spoiled "$full" 'a value changed' no "UPDATE CG000004 SET BAIRRO = '' WHERE GEOID = 9"
+  spoiled "$full" 'half of a table' no 'DELETE FROM CG000003 WHERE GEOID > 1000; DELETE FROM OJ000003 WHERE ID > 1000'
+  spoiled "$full" 'an object without attributes' no 'DELETE FROM CG000003 WHERE GEOID = 9'
+  spoiled "$full" 'a value changed' no "UPDATE CG000003 SET BAIRRO = '' WHERE GEOID = 9"
   spoil_import 8
-  spoiled "$full" 'a row of a table gone' no 'DELETE FROM CG000004 WHERE kdx_fid = 9'
+  spoiled "$full" 'a row of a table gone' no 'DELETE FROM CG000003 WHERE kdx_fid = 9'
 }
 
 parse "$@"

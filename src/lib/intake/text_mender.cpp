@@ -1,6 +1,7 @@
 #include "lib/intake/text_mender.h"
 
 #include <QTextCodec>
+#include <algorithm>
 #include <cstring>
 
 namespace kaldex {
@@ -9,6 +10,10 @@ namespace {
 
 constexpr char kControlZ = '\x1A';
 constexpr std::size_t kLongestTail = 1 << 20;
+
+bool isSpecial(char c) {
+  return c == '\r' || c == '\n' || c == kControlZ;
+}
 
 }  // namespace
 
@@ -56,7 +61,8 @@ void LineMender::add(std::string_view bytes) {
       bytes.remove_prefix(1);
       continue;
     }
-    const std::size_t plain = std::min(bytes.find_first_of("\r\n\x1A"), bytes.size());
+    const auto plain =
+        static_cast<std::size_t>(std::find_if(bytes.begin(), bytes.end(), isSpecial) - bytes.begin());
     if (plain != 0) {
       put(bytes.substr(0, plain));
       bytes.remove_prefix(plain);

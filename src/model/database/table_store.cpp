@@ -111,11 +111,12 @@ bool namesFit(const std::vector<const SField*>& fields) {
 void insertRows(Statement& insert, const std::vector<const SField*>& columns, const std::vector<short>& types,
                 int rows) {
   ValueBinder binder;
+  const QString none;
   for (int row = 0; row < rows; ++row) {
     bool isNew = false;
     for (size_t i = 0; i < columns.size(); ++i) {
       SCell* cell = row < columns[i]->cells.Size() ? columns[i]->cells.at(row) : nullptr;
-      binder.bindCell(insert, static_cast<int>(i) + 1, types[i], cell != nullptr ? cell->value() : QString());
+      binder.bindCell(insert, static_cast<int>(i) + 1, types[i], cell != nullptr ? cell->value() : none);
       if (cell == nullptr || cell->modify() == cellStored) continue;
       isNew = true;
       cell->setModify(cellStored);
