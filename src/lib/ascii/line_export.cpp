@@ -13,7 +13,6 @@ inline namespace kaldex_v1 {
 
 namespace {
 
-constexpr int kHeightDecimals = 6;
 constexpr int kNetworkDecimals = 6;
 
 int stepsOf(long long records) {
@@ -131,16 +130,9 @@ int IEAsc::LineExport::exportContours() {
   writer_.endHeader();
   return finish(writeLines([&](const Line& line) {
     if (line.Type() == lineBreak) return false;
-    writeContourHead(line);
+    writer_.contourHead(line);
     return true;
   }));
-}
-
-void IEAsc::LineExport::writeContourHead(const Line& line) {
-  kaldex::TextOutput& out = writer_.out();
-  out.append(line.Type() == lineMaster ? "\nLINE3D-MASTER" : "\nLINE3D");
-  out.append("\nHEIGHT ");
-  out.appendFixed(static_cast<double>(line.height), kHeightDecimals);
 }
 
 // --- Polygons ---

@@ -33,7 +33,6 @@ class IEAsc::LineExport {
   void writeNetworkRecord(const Line& line);
   bool passes(const Line& line);
   bool polygonPasses(int id);
-  void writeContourHead(const Line& line);
 
   bool writePolygons();
   void writeOutline(SPolygon& polygon);
