@@ -71,6 +71,7 @@ class IEAsc::PointImport : private IEAsc::SectionReader {
 
   bool takeOfClass(const Point& place);
   bool chooseClass(const std::string& name);
+  void knowClasses();
   bool addMissingClass(const std::string& name, const GeoClass*& made);
   bool takeOfObject(const Point& place);
   bool pointAt(const Point& place, Point2d& point);
@@ -98,6 +99,7 @@ class IEAsc::PointImport : private IEAsc::SectionReader {
   bool addAll_ = false;
   bool refusedClasses_ = false;
   std::unordered_map<std::string, int> classIds_;
+  int classesKnown_ = 0;  ///< so many of the list are in there
   long long notFound_ = 0;
   PointObjects::Counts counts_;
   long long read_ = 0;
@@ -267,16 +269,25 @@ bool IEAsc::PointImport::takeOfClass(const Point& place) {
 }
 
 bool IEAsc::PointImport::chooseClass(const std::string& name) {
+  knowClasses();
+  lastingClass_ = name;
   const auto known = classIds_.find(name);
   classId_ = known != classIds_.end() ? known->second : 0;
-  lastingClass_ = name;
   if (known != classIds_.end()) return true;
-  const GeoClass* geoClass = category_->classes.findByName(fromLatin1(name));
-  if (geoClass == nullptr && !addMissingClass(name, geoClass)) return false;
-  if (geoClass == nullptr) return true;
-  classId_ = geoClass->id;
-  classIds_.emplace(name, classId_);
+  const GeoClass* made = nullptr;
+  if (!addMissingClass(name, made)) return false;
+  if (made != nullptr) classId_ = made->id;
   return true;
+}
+
+// Classes are only ever added, by a header or by a point. The first of a name is meant by it.
+void IEAsc::PointImport::knowClasses() {
+  for (; classesKnown_ < category_->classes.Size(); ++classesKnown_) {
+    const GeoClass& known = *category_->classes.at(classesKnown_);
+    const QByteArray name = known.name.toLatin1();
+    // A name that Latin-1 can't hold is none that a file could have.
+    if (QString::fromLatin1(name) == known.name) classIds_.emplace(name.toStdString(), known.id);
+  }
 }
 
 // Null in `made` when the user doesn't want it; false when no more can be made.
