@@ -126,6 +126,8 @@ Result exportTable(Job& job, const Options& options, DataBase& dataBase) {
   Result result =
       job.judge(tableExportOf(options)->run(context),
                 Say::tr("Não foi possível exportar a tabela da categoria %1.").arg(category->name));
+  const QString shortage = result == Result::failed ? delivery.shortage() : QString();
+  if (!shortage.isEmpty()) job.fail(shortage);
   JobReport& report = Job::report();
   report.encoding = {QStringLiteral("ISO-8859-1"), QStringLiteral("format")};
   report.files.clear();

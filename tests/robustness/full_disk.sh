@@ -67,7 +67,7 @@ parse() {
     case $1 in
       -c) features=$2 && shift ;;
       -l) levels=$2 && shift ;;
-      --self-check) self_check=yes features=2000 ;;
+      --self-check) self_check=yes features=500 ;;
       -h | --help) usage && exit 0 ;;
       *) usage >&2 && exit 2 ;;
     esac

@@ -38,7 +38,7 @@ parse() {
       -c) features=$2 && shift ;;
       -s) seed=$2 && shift ;;
       -i) read -ra chosen <<<"$2" && shift ;;
-      --self-check) self_check=yes features=2000 ;;
+      --self-check) self_check=yes features=1500 ;;
       -h | --help) usage && exit 0 ;;
       *) usage >&2 && exit 2 ;;
     esac
