@@ -45,8 +45,9 @@ VectorStore::VectorStore(SqliteConnection& connection, const Info& info)
       points_(connection, definitionOf(connection, info, FeatureKind::points)),
       samples_(connection, definitionOf(connection, info, FeatureKind::samples)),
       anchorTable_(featureTableName(baseName_, info.kind, FeatureKind::anchors)) {
-  connection_->addListener(this);
   ensureRegistered();
+  // Last: what throws leaves no listener behind that nobody takes away again.
+  connection_->addListener(this);
 }
 
 VectorStore::VectorStore(std::unique_ptr<SqliteConnection> own, const Info& info) : VectorStore(*own, info) {
