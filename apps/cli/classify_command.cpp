@@ -1,5 +1,6 @@
 #include "cli/commands.h"
 #include "cli/database_access.h"
+#include "cli/database_job.h"
 
 namespace kaldex::cli {
 
@@ -15,13 +16,8 @@ Result classify(Job& job, const Options& options, DataBase& dataBase) {
 }  // namespace
 
 int runClassify(const Options& options, const Language& language) {
-  Job job(options, language);
-  const Result result = guarded(job, [&] {
-    QString trouble;
-    const std::unique_ptr<DataBase> dataBase = openDataBase(options.dataBase, trouble);
-    return dataBase != nullptr ? classify(job, options, *dataBase) : job.fail(trouble);
-  });
-  return job.end(result);
+  return runOnDataBase(options, language,
+                       [&](Job& job, DataBase& dataBase) { return classify(job, options, dataBase); });
 }
 
 }  // namespace kaldex::cli

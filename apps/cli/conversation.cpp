@@ -27,7 +27,11 @@ Conversation::~Conversation() {
 
 int Conversation::present(int kind, QWidget*, const QString&, const QString& text) {
   progress_.clear();
-  if (kind == 1) return ask(text) ? kAnswerYes : kAnswerNo;
+  if (kind == 1) {
+    // A place is that of one message: this one has shown it to nobody, and the next one is about another.
+    if (JobReport* const report = JobReport::current()) report->place = JobReport::Place();
+    return ask(text) ? kAnswerYes : kAnswerNo;
+  }
   // What an operation says while it stops for an unasked question is no news.
   if (!unasked_) tell(placed(text));
   return 0;

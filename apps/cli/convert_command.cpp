@@ -43,8 +43,11 @@ class Conversion {
 
 Result Conversion::run() {
   if (!chooseFormats()) return Result::failed;
-  // Where the database is only a way, the object category in it is no matter for the user.
-  job_.conversation().presume(QStringLiteral("Categoria objeto inexistente Cria e continua ?"), true);
+  // Where the database is only a way, the classes and categories in it are no matter for the user.
+  for (const char* const question :
+       {"Categoria objeto inexistente Cria e continua ?", "Categoria sem classes. Cria e continua ?",
+        "Classe não encontrada. Adiciona TODAS as classes não encontradas ?"})
+    job_.conversation().presume(QString::fromUtf8(question), true);
   return to_ != nullptr ? throughDataBase() : intoDataBase();
 }
 

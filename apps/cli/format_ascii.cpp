@@ -5,9 +5,11 @@
 #include "cli/ascii_kinds.h"
 #include "cli/label_kinds.h"
 #include "cli/registry.h"
+#include "cli/table_kind.h"
 #include "cli/texts.h"
 #include "kaldex/ascii.h"
 #include "kaldex/job_report.h"
+#include "kaldex/model/report.h"
 
 // The system's own text format as the command offers it.
 
@@ -22,6 +24,9 @@ constexpr char kSamples[] = "SAMPLE";
 constexpr char kPoints[] = "POINT2D";
 constexpr char kTexts[] = "TEXT";
 constexpr char kTurns[] = "TURNS";
+constexpr char kLabels[] = "POINTS";
+constexpr char kNetworkLabels[] = "NETWORK_OBJECTS";
+constexpr char kTable[] = "TABLE";
 
 QString text(const char* keyword) {
   return QString::fromLatin1(keyword);
@@ -29,6 +34,10 @@ QString text(const char* keyword) {
 
 void note(const QString& words) {
   if (JobReport* const report = JobReport::current()) report->note(words);
+}
+
+bool isKnown(const SProjection* projection) {
+  return projection != nullptr && projection->type() != ProjectionType::none;
 }
 
 const char* lineKeyword(short model) {
@@ -46,13 +55,28 @@ int importContours(const ImportContext& context) {
   return asciiImporter(context, context.projection)->ImportContourout(vector, context.project.projection());
 }
 
+// Importers compare no more than the length of their keyword.
+QString hiddenBy(const AsciiSection& found, const QString& keyword) {
+  if (found.keyword == keyword) return QString();
+  return Say::tr("A seção %1 (linha %2) está antes da seção %3 e seria tomada por ela; separe-as.")
+      .arg(found.keyword)
+      .arg(found.line)
+      .arg(keyword);
+}
+
+QString missingTurns(const ImportContext& context) {
+  return Say::tr("Não há em %1 restrições de direção entre linhas do plano.").arg(context.options.file);
+}
+
 struct SectionImport {
   const char* keyword;
   int (*run)(const ImportContext& context);
 };
 
-// What a layer of that model can take, in the order in which it is taken: turns need their lines.
+// What a layer of that model can take, in the order in which it is taken: labels and turns need what they are
+// about.
 std::vector<SectionImport> importsFor(short model) {
+  const bool network = model == NETWORKMODEL;
   std::vector<SectionImport> imports = {{lineKeyword(model), importLines}, {kContours, importContours}};
   if (model == DIGITALMODEL) {
     imports.push_back({kSamples, importSamples});
@@ -60,30 +84,97 @@ std::vector<SectionImport> importsFor(short model) {
     imports.push_back({kPoints, importPoints});
   }
   imports.push_back({kTexts, importTexts});
-  if (model == NETWORKMODEL) imports.push_back({kTurns, importTurns});
+  if (takesLabels(model)) imports.push_back({network ? kNetworkLabels : kLabels, importLabels});
+  if (network) imports.push_back({kTurns, importTurns});
   return imports;
 }
 
-// Every section that an import exists for; what has none is told.
-int importFeatures(const ImportContext& context) {
-  const AsciiOutline outline(context.path);
-  const std::vector<SectionImport> imports = importsFor(context.layer.model());
+/// Every section of a file that an import exists for; what has none is told.
+class FeaturesImport {
+ public:
+  explicit FeaturesImport(const ImportContext& context)
+      : context_(context), outline_(context.path), imports_(importsFor(context.layer.model())) {}
+
+  int run();
+
+ private:
+  int importOne(const SectionImport& import, const AsciiSection& section) const;
+  bool isTaken(const AsciiSection& section) const;
+  void tellLeftOut(const AsciiSection& section) const;
+  static bool hasReadTurns();
+
+  const ImportContext& context_;
+  AsciiOutline outline_;
+  std::vector<SectionImport> imports_;
+};
+
+int FeaturesImport::run() {
   int result = 0;
-  for (const SectionImport& import : imports) {
-    if (outline.count(text(import.keyword)) == 0) continue;
-    result = import.run(context);
-    if (result == 0) return 0;
+  for (const SectionImport& import : imports_) {
+    if (outline_.count(text(import.keyword)) == 0) continue;
+    const int one = importOne(import, *outline_.find(text(import.keyword)));
+    if (one == 0 && import.run == importTurns && !hasReadTurns()) {
+      // Exports write the section of a network without turns, too.
+      note(missingTurns(context_));
+      continue;
+    }
+    if (one == 0) return 0;
+    result = one;
   }
-  JobReport* const report = JobReport::current();
-  for (const AsciiSection& section : outline.sections()) {
-    const bool taken = std::any_of(imports.begin(), imports.end(), [&](const SectionImport& import) {
-      return section.keyword == text(import.keyword);
-    });
-    if (taken) continue;
-    note(Say::tr("Seção %1 (linha %2) não importada.").arg(section.keyword).arg(section.line));
-    if (report != nullptr) report->countLeftOut(QStringLiteral("unsupported"));
+  for (const AsciiSection& section : outline_.sections()) {
+    if (!isTaken(section)) tellLeftOut(section);
   }
   return result;
+}
+
+// Each section has a projection and a form of coordinates of its own.
+int FeaturesImport::importOne(const SectionImport& import, const AsciiSection& section) const {
+  const QString trouble = hiddenBy(section, text(import.keyword));
+  if (!trouble.isEmpty()) {
+    SMessageBox::Show(0, nullptr, QString(), trouble);
+    return 0;
+  }
+  const Options& options = context_.options;
+  const AsciiHeader header = outline_.header(section);
+  const bool ownProjection =
+      options.crsFrom.isEmpty() && isKnown(header.projection.get()) && isKnown(context_.project.projection());
+  const ImportContext own{options,
+                          context_.path,
+                          context_.folder,
+                          context_.name,
+                          context_.dataBase,
+                          context_.project,
+                          context_.layer,
+                          ownProjection ? header.projection.get() : context_.projection,
+                          options.units || options.coords ? context_.units : header.units};
+  return import.run(own);
+}
+
+bool FeaturesImport::isTaken(const AsciiSection& section) const {
+  return std::any_of(imports_.begin(), imports_.end(),
+                     [&](const SectionImport& import) { return section.keyword == text(import.keyword); });
+}
+
+void FeaturesImport::tellLeftOut(const AsciiSection& section) const {
+  const AsciiHeader header = outline_.header(section);
+  QString words = Say::tr("Seção %1 (linha %2) não importada.").arg(section.keyword).arg(section.line);
+  if (section.keyword == text(kTable) && header.spatial && !header.category.isEmpty()) {
+    words += QLatin1Char(' ') +
+             Say::tr("Uma tabela se importa para a sua categoria: %1")
+                 .arg(QStringLiteral("kaldex import ascii table %1 %2 %3")
+                          .arg(context_.options.file, context_.options.dataBase, header.category));
+  }
+  note(words);
+  if (JobReport* const report = JobReport::current()) report->countLeftOut(QStringLiteral("unsupported"));
+}
+
+bool FeaturesImport::hasReadTurns() {
+  const JobReport* const report = JobReport::current();
+  return report == nullptr || report->read.contains(QStringLiteral("turns"));
+}
+
+int importFeatures(const ImportContext& context) {
+  return FeaturesImport(context).run();
 }
 
 // An import ends without a word also where the file stops in some places of a section: that is there, then.
@@ -116,10 +207,6 @@ QString missingTexts(const ImportContext& context) {
   return noSection(context, text(kTexts));
 }
 
-QString missingTurns(const ImportContext& context) {
-  return Say::tr("Não há em %1 restrições de direção entre linhas do plano.").arg(context.options.file);
-}
-
 QString missingFeatures(const ImportContext& context) {
   const AsciiOutline outline(context.path);
   QStringList keywords;
@@ -131,8 +218,9 @@ QString missingFeatures(const ImportContext& context) {
       .arg(context.options.file, keywords.join(QStringLiteral(", ")));
 }
 
-// The section whose header speaks for the import of that kind: the first that there is.
-const AsciiSection* leadingSection(const AsciiOutline& outline, const QString& kind) {
+// The keyword of the section whose header speaks for the import of that kind: the first that there is; null
+// when there is none.
+const char* leadingKeyword(const AsciiOutline& outline, const QString& kind) {
   static const struct {
     const char* kind;
     std::vector<const char*> keywords;
@@ -141,12 +229,14 @@ const AsciiSection* leadingSection(const AsciiOutline& outline, const QString& k
                  {"points", {kPoints}},
                  {"texts", {kTexts}},
                  {"turns", {kTurns}},
+                 {"labels", {kLabels, kNetworkLabels}},
                  {"lines", {kLines, kNetwork}},
-                 {"features", {kSamples, kContours, kLines, kNetwork, kPoints, kTexts, kTurns}}};
+                 {"features",
+                  {kSamples, kContours, kLines, kNetwork, kPoints, kTexts, kLabels, kNetworkLabels, kTurns}}};
   for (const auto& one : leading) {
     if (kind != QLatin1String(one.kind)) continue;
     for (const char* const keyword : one.keywords) {
-      if (outline.count(text(keyword)) > 0) return outline.find(text(keyword));
+      if (outline.count(text(keyword)) > 0) return keyword;
     }
   }
   return nullptr;
@@ -154,7 +244,8 @@ const AsciiSection* leadingSection(const AsciiOutline& outline, const QString& k
 
 short modelFor(const AsciiSection& section) {
   if (section.keyword == text(kContours) || section.keyword == text(kSamples)) return DIGITALMODEL;
-  const bool network = section.keyword == text(kNetwork) || section.keyword == text(kTurns);
+  const bool network = section.keyword == text(kNetwork) || section.keyword == text(kTurns) ||
+                       section.keyword == text(kNetworkLabels);
   return network ? short{NETWORKMODEL} : short{THEMATICMODEL};
 }
 
@@ -162,8 +253,10 @@ SourceFacts inspectAscii(const QString& path, const QString& kind, const Options
   const auto outline = std::make_shared<AsciiOutline>(path);
   SourceFacts facts;
   facts.box = [](SProjection*, SProjection*, int) { return Box::inverted(); };
-  const AsciiSection* const section = leadingSection(*outline, kind);
-  if (section == nullptr) return facts;
+  const char* const keyword = leadingKeyword(*outline, kind);
+  if (keyword == nullptr) return facts;
+  const AsciiSection* const section = outline->find(text(keyword));
+  facts.complaint = hiddenBy(*section, text(keyword));
   if (outline->count(section->keyword) > 1) {
     note(Say::tr("O arquivo tem %1 seções %2; só a primeira (linha %3) é importada.")
              .arg(outline->count(section->keyword))
@@ -174,7 +267,7 @@ SourceFacts inspectAscii(const QString& path, const QString& kind, const Options
   facts.model = modelFor(*section);
   facts.units = header.units;
   facts.scale = header.scale;
-  if (header.projection != nullptr && header.projection->type() != ProjectionType::none) {
+  if (isKnown(header.projection.get())) {
     facts.projection = std::move(header.projection);
     facts.projectionReason = QStringLiteral("header");
   }
@@ -229,25 +322,6 @@ int exportContours(const ExportContext& context, Vector& vector) {
   return asciiExporter(context)->ExportContourout(&vector);
 }
 
-std::unique_ptr<IEAsc> tableHandler(const TableContext& context) {
-  auto handler = std::make_unique<IEAsc>();
-  handler->Init(context.folder, 0, context.name, nullptr, nullptr, &context.dataBase, nullptr, 0,
-                context.options.separator.toLatin1().constData(), nullptr, nullptr);
-  return handler;
-}
-
-int importTable(const TableContext& context) {
-  return tableHandler(context)->ImportAttributes(&context.category);
-}
-
-int exportTable(const TableContext& context) {
-  return tableHandler(context)->ExportTable(&context.category);
-}
-
-QString missingTable(const TableContext& context) {
-  return Say::tr("Não há seção %1 em %2.").arg(QStringLiteral("TABLE"), context.options.file);
-}
-
 // Headers tell the separator as a word, and coordinates must not hold it.
 QString unreadableSeparator(const Options& options) {
   const QChar separator = options.separator.isEmpty() ? QLatin1Char(';') : options.separator.at(0);
@@ -290,8 +364,8 @@ Format asciiFormat() {
           asciiExports(),
           {},
           TextForm::sections,
-          {{"table", OBJECTMODEL, true, importTable, missingTable}},
-          {{"table", exportTable}},
+          {tableImport()},
+          {tableExport()},
           unreadableSeparator};
 }
 

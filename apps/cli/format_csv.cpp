@@ -8,6 +8,7 @@
 #include "cli/csv_source.h"
 #include "cli/job.h"
 #include "cli/registry.h"
+#include "cli/table_kind.h"
 #include "cli/texts.h"
 #include "kaldex/ascii.h"
 
@@ -27,16 +28,8 @@ QString tableName(QString file) {
   return file + QStringLiteral("_TAB.kdx");
 }
 
-std::unique_ptr<IEAsc> handlerFor(const TableContext& context, const QString& folder, const QString& name,
-                                  const QString& separator) {
-  auto handler = std::make_unique<IEAsc>();
-  handler->Init(folder, 0, name, nullptr, nullptr, &context.dataBase, nullptr, 0,
-                separator.toLatin1().constData(), nullptr, nullptr);
-  return handler;
-}
-
 std::unique_ptr<IEAsc> handlerFor(const TableContext& context, const CsvSource& source) {
-  return handlerFor(context, source.folder(), source.name(), source.survey().separator());
+  return tableHandler(context, source.folder(), source.name(), source.survey().separator());
 }
 
 CsvQuestion questionFor(const TableContext& context) {
@@ -186,7 +179,7 @@ int ColumnAppend::run() {
   Columns columns(context_, source);
   if (!columns.propose(*handlerFor(context_, source)) || !areNew(columns.list())) return 0;
   if (!exportTable() || !writeValues(source)) return 0;
-  const auto handler = handlerFor(context_, folder_.path(), table_, QStringLiteral(";"));
+  const auto handler = tableHandler(context_, folder_.path(), table_, QStringLiteral(";"));
   context_.job.conversation().nameFile(folder_.filePath(table_), table_);
   const QString values = folder_.filePath(QStringLiteral("values.csv"));
   if (handler->Import_CSV_TABUPDATE(&context_.category, columns.list(), values) == 0) return 0;
@@ -224,8 +217,8 @@ bool ColumnAppend::exportTable() {
   if (!folder_.isValid()) return false;
   JobReport apart;
   const JobReportScope scope(apart);
-  return handlerFor(context_, folder_.path(), table_, QStringLiteral(";"))->ExportTable(&context_.category) !=
-         0;
+  return tableHandler(context_, folder_.path(), table_, QStringLiteral(";"))
+             ->ExportTable(&context_.category) != 0;
 }
 
 // Lines of values are taken as they stand, behind a header of one word.

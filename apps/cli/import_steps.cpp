@@ -3,6 +3,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QFileInfo>
+
 #include "base/companion_file.h"
 #include "cli/texts.h"
 
@@ -27,15 +29,39 @@ Result keep(Job& job, DBTransactionBlock& block, Result result, const QStringLis
 
 }  // namespace
 
-bool sourceIsReadable(Job& job, const QString& file) {
-  const QByteArray path = pathBytes(file);
+bool ImportSource::prepare() {
+  if (!isReadable()) return false;
+  path_ = options_.file;
+  if (format_.isText) {
+    intake_ =
+        std::make_unique<TextIntake>(options_.file, format_.textForm, options_.strict, options_.encoding);
+    if (!intake_->isReady()) {
+      job_.fail(intake_->error());
+      return false;
+    }
+    path_ = intake_->path();
+  }
+  job_.conversation().nameFile(QStringLiteral("%1/%2").arg(folder(), name()), options_.file);
+  return true;
+}
+
+QString ImportSource::folder() const {
+  return QFileInfo(path_).path();
+}
+
+QString ImportSource::name() const {
+  return QFileInfo(path_).fileName();
+}
+
+bool ImportSource::isReadable() const {
+  const QByteArray path = pathBytes(options_.file);
   struct stat status {};
   if (stat(path.constData(), &status) != 0) {
-    job.fail(Say::tr("Não há arquivo %1.").arg(file));
+    job_.fail(Say::tr("Não há arquivo %1.").arg(options_.file));
     return false;
   }
   if (!S_ISREG(status.st_mode) || access(path.constData(), R_OK) != 0) {
-    job.fail(Say::tr("Não foi possível ler o arquivo %1.").arg(file));
+    job_.fail(Say::tr("Não foi possível ler o arquivo %1.").arg(options_.file));
     return false;
   }
   return true;

@@ -80,6 +80,26 @@ void informOfLayer(const Options& options, DataBase& dataBase, InfoLayer& layer)
   printJson(json);
 }
 
+/// Attribute tables stand beside the projects: they are those of categories.
+void informOfTables(const Options& options, DataBase& dataBase, JsonWriter& json) {
+  json.key("tables");
+  json.beginArray();
+  for (const Category* const category : dataBase.categoryList()) {
+    if (category->model != OBJECTMODEL && category->model != NOTSPACIALMODEL) continue;
+    const std::vector<ColumnFacts> columns = tableColumns(dataBase, *category);
+    if (columns.empty()) continue;
+    json.beginObject();
+    json.member("category", category->name);
+    json.member("model", modelWord(category->model));
+    writeColumns(json, columns);
+    json.endObject();
+    if (options.json) continue;
+    printLine(stdout, Say::tr("Tabela %1, modelo %2").arg(category->name, modelWord(category->model)));
+    printRow(Say::tr("colunas"), columnsText(columns));
+  }
+  json.endArray();
+}
+
 void informOfProjects(const Options& options, DataBase& dataBase, const QString& only) {
   JsonWriter json;
   json.beginObject();
@@ -95,6 +115,7 @@ void informOfProjects(const Options& options, DataBase& dataBase, const QString&
     }
   }
   json.endArray();
+  if (only.isEmpty()) informOfTables(options, dataBase, json);
   json.endObject();
   if (options.json) printJson(json);
 }

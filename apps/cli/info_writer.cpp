@@ -25,6 +25,14 @@ void writeBox(JsonWriter& json, const Box& box) {
   json.endArray();
 }
 
+void writeChoice(JsonWriter& json, const char* name, const QString& value, const QString& reason) {
+  json.key(name);
+  json.beginObject();
+  json.member("name", value);
+  json.member("reason", reason);
+  json.endObject();
+}
+
 void writeColumns(JsonWriter& json, const std::vector<ColumnFacts>& columns) {
   json.key("columns");
   json.beginArray();

@@ -13,6 +13,8 @@ namespace kaldex::cli {
 // Pieces that the information about databases and files has in common.
 
 void writeBox(JsonWriter& json, const Box& box);
+/// An object of "name" and "reason".
+void writeChoice(JsonWriter& json, const char* name, const QString& value, const QString& reason);
 void writeColumns(JsonWriter& json, const std::vector<ColumnFacts>& columns);
 void writeCounts(JsonWriter& json, const LayerFacts& facts);
 

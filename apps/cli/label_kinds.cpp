@@ -8,10 +8,6 @@ namespace kaldex::cli {
 
 namespace {
 
-bool isClassified(short model) {
-  return model == THEMATICMODEL || model == CADASTRALMODEL || model == NETWORKMODEL || model == OBJECTMODEL;
-}
-
 Vector* labelled(InfoLayer& layer) {
   return firstVector(layer, {vectorLines, vectorContours, vectorSamples});
 }
@@ -67,9 +63,13 @@ int exportGeneratedPoints(const ExportContext& context, Vector& vector) {
 
 }  // namespace
 
+bool takesLabels(short model) {
+  return model == THEMATICMODEL || model == CADASTRALMODEL || model == NETWORKMODEL || model == OBJECTMODEL;
+}
+
 int importLabels(const ImportContext& context) {
   const short model = context.layer.model();
-  if (!isClassified(model)) return 0;
+  if (!takesLabels(model)) return 0;
   SProjection* const projection = context.project.projection();
   const auto handler = asciiImporter(context, context.projection);
   // This finds the classes by their names, too, and makes those that are missing.
@@ -83,7 +83,7 @@ int importLabels(const ImportContext& context) {
 
 QString missingLabels(const ImportContext& context) {
   const short model = context.layer.model();
-  if (!isClassified(model)) {
+  if (!takesLabels(model)) {
     return Say::tr("O plano %1 é de modelo %2, que não tem classes nem objetos.")
         .arg(context.layer.name, modelWord(model));
   }

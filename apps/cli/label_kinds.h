@@ -8,6 +8,8 @@ namespace kaldex::cli {
 // Label points of the system's own text format as the command offers them: they say of what there is in a
 // layer which class or object it is.
 
+/// Whether layers of that model have classes or objects.
+bool takesLabels(short model);
 /// Reads the label points and classifies the layer by them.
 int importLabels(const ImportContext& context);
 QString missingLabels(const ImportContext& context);

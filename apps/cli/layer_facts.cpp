@@ -1,5 +1,7 @@
 #include "cli/layer_facts.h"
 
+#include <algorithm>
+
 #include "cli/object_category.h"
 #include "kaldex/model/text.h"
 #include "kaldex/model/vector.h"
@@ -31,17 +33,24 @@ std::vector<ColumnFacts> columnsOf(const SFieldList& fields) {
   return columns;
 }
 
+std::vector<ColumnFacts> tableColumns(DataBase& dataBase, const Category& category) {
+  SFieldList fields;
+  dataBase.loadTableFields(fields, category.attributeTable);
+  std::vector<ColumnFacts> columns = columnsOf(fields);
+  // The key is the system's, no attribute.
+  columns.erase(
+      std::remove_if(columns.begin(), columns.end(),
+                     [](const ColumnFacts& column) { return column.name == QLatin1String("GEOID"); }),
+      columns.end());
+  return columns;
+}
+
 LayerFacts factsOf(DataBase& dataBase, InfoLayer& layer) {
   LayerFacts facts;
   count(facts, layer);
   for (const GeoClass* const geoClass : layer.category()->classes) facts.classes << geoClass->name;
   for (Category* const category : objectCategories(dataBase, layer)) {
-    SFieldList fields;
-    dataBase.loadTableFields(fields, category->attributeTable);
-    for (const ColumnFacts& column : columnsOf(fields)) {
-      // The key is the system's, no attribute.
-      if (column.name != QLatin1String("GEOID")) facts.columns.push_back(column);
-    }
+    for (const ColumnFacts& column : tableColumns(dataBase, *category)) facts.columns.push_back(column);
   }
   return facts;
 }

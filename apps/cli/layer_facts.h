@@ -29,6 +29,8 @@ struct LayerFacts {
 };
 
 LayerFacts factsOf(DataBase& dataBase, InfoLayer& layer);
+/// The attributes that a category's table has; empty without a table.
+std::vector<ColumnFacts> tableColumns(DataBase& dataBase, const Category& category);
 std::vector<ColumnFacts> columnsOf(const SFieldList& fields);
 /// "integer", "real", "date", "text".
 QString columnTypeName(short type);

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <numeric>
 
+#include "cli/info_writer.h"
 #include "cli/json_writer.h"
 #include "cli/texts.h"
 
@@ -35,14 +36,6 @@ void writeCounts(JsonWriter& json, const char* name, const QMap<QString, long lo
   json.endObject();
 }
 
-void writeChoice(JsonWriter& json, const char* name, const JobReport::Choice& choice) {
-  json.key(name);
-  json.beginObject();
-  json.member("name", choice.name);
-  json.member("reason", choice.reason);
-  json.endObject();
-}
-
 void writeQuestions(JsonWriter& json, const std::vector<Conversation::Question>& questions) {
   json.key("questions");
   json.beginArray();
@@ -67,10 +60,6 @@ void writeRenamed(JsonWriter& json, const QVector<QPair<QString, QString>>& rena
   json.endArray();
 }
 
-void printRow(const QString& title, const QString& text) {
-  printLine(stdout, QStringLiteral("  ") + title.leftJustified(kTitleWidth) + text);
-}
-
 }  // namespace
 
 void ReportWriter::printJson() const {
@@ -84,16 +73,15 @@ void ReportWriter::printJson() const {
   writeCounts(json, "written", report_.written);
   writeCounts(json, "left_out", report_.leftOut);
   writeRenamed(json, report_.renamed);
-  writeChoice(json, "encoding", report_.encoding);
-  writeChoice(json, "projection", report_.projection);
+  writeChoice(json, "encoding", report_.encoding.name, report_.encoding.reason);
+  writeChoice(json, "projection", report_.projection.name, report_.projection.reason);
   json.key("files");
   json.list(report_.files);
   json.member("seconds", ending_.seconds);
   json.key("notes");
   json.list(report_.notes);
   json.endObject();
-  const QByteArray text = json.take();
-  std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stdout);
+  kaldex::cli::printJson(json);
 }
 
 void ReportWriter::printText() const {

@@ -1,9 +1,6 @@
 #include "cli/table_command.h"
 
-#include <QFileInfo>
-#include <memory>
-
-#include "cli/delivery.h"
+#include "cli/export_steps.h"
 #include "cli/import_steps.h"
 #include "cli/texts.h"
 
@@ -18,16 +15,26 @@ Category* findCategory(DataBase& dataBase, const QString& name, short model) {
   return nullptr;
 }
 
+// What the options name; without a model an object category goes first.
+Category* tableCategory(DataBase& dataBase, const Options& options) {
+  if (options.model != 0) return findCategory(dataBase, options.place, options.model);
+  Category* const category = findCategory(dataBase, options.place, OBJECTMODEL);
+  return category != nullptr ? category : findCategory(dataBase, options.place, NOTSPACIALMODEL);
+}
+
 /// One table into a category of an open database.
 class TableImport {
  public:
   TableImport(Job& job, const Options& options, DataBase& dataBase)
-      : job_(job), options_(options), dataBase_(dataBase), kind_(*tableImportOf(options)) {}
+      : job_(job),
+        options_(options),
+        dataBase_(dataBase),
+        kind_(*tableImportOf(options)),
+        source_(job, options, *findFormat(options.format)) {}
 
   Result run();
 
  private:
-  bool prepareFile();
   Result importInside();
   bool findCategory();
 
@@ -35,31 +42,22 @@ class TableImport {
   const Options& options_;
   DataBase& dataBase_;
   const TableImportKind& kind_;
-  std::unique_ptr<TextIntake> intake_;
+  ImportSource source_;
   Category* category_ = nullptr;
   QStringList made_;
 };
 
 Result TableImport::run() {
-  if (!sourceIsReadable(job_, options_.file) || !prepareFile()) return Result::failed;
+  if (!source_.prepare()) return Result::failed;
   DBTransactionBlock block(&dataBase_);
   const Result result = guarded(job_, [this] { return importInside(); });
   return settleImport(job_, options_, block, result, made_);
 }
 
-bool TableImport::prepareFile() {
-  const TextForm form = findFormat(options_.format)->textForm;
-  intake_ = std::make_unique<TextIntake>(options_.file, form, options_.strict, options_.encoding);
-  if (!intake_->isReady()) job_.fail(intake_->error());
-  return intake_->isReady();
-}
-
 Result TableImport::importInside() {
   if (!findCategory()) return Result::failed;
-  const QFileInfo file(intake_->path());
-  const TableContext context{job_,      options_,  intake_->path(), file.path(), file.fileName(),
-                             dataBase_, *category_};
-  job_.conversation().nameFile(intake_->path(), options_.file);
+  const TableContext context{job_,           options_,  source_.path(), source_.folder(),
+                             source_.name(), dataBase_, *category_};
   job_.begin();
   const int returned = kind_.run(context);
   return job_.judge(returned, kind_.missing(context));
@@ -81,6 +79,8 @@ bool TableImport::findCategory() {
     return false;
   }
   made_ << Say::tr("Categoria %1 criada.").arg(name);
+  // Whoever wants the table of a category that isn't there wants its columns.
+  job_.conversation().presume(QStringLiteral("Deseja inserir este(s) atributo(s)?"), true);
   return true;
 }
 
@@ -106,38 +106,17 @@ Result importTable(Job& job, const Options& options, DataBase& dataBase) {
 }
 
 Result exportTable(Job& job, const Options& options, DataBase& dataBase) {
-  Category* category = options.model != 0 ? findCategory(dataBase, options.place, options.model)
-                                          : findCategory(dataBase, options.place, OBJECTMODEL);
-  if (category == nullptr && options.model == 0)
-    category = findCategory(dataBase, options.place, NOTSPACIALMODEL);
+  Category* const category = tableCategory(dataBase, options);
   if (category == nullptr)
     return job.fail(Say::tr("Não há categoria com tabela de nome %1.").arg(options.place));
-  Delivery delivery(options.file, {});
-  QString trouble = delivery.objection({options.dataBase});
-  if (!trouble.isEmpty()) return job.fail(trouble);
-  if (delivery.exists() && !options.append && !options.overwrite)
-    return job.fail(Say::tr("%1 já existe; use --append ou --overwrite.").arg(options.file));
-  if (!delivery.begin(options.append, options.overwrite, trouble)) return job.fail(trouble);
-  const QFileInfo file(delivery.workPath());
-  const TableContext context{job,      options,  file.filePath(), file.path(), file.fileName(),
-                             dataBase, *category};
-  job.conversation().nameFile(file.filePath(), options.file);
+  ExportTarget target(job, options, *findFormat(options.format));
+  if (!target.begin()) return Result::failed;
+  const TableContext context{job,           options,  target.path(), target.folder(),
+                             target.name(), dataBase, *category};
   job.begin();
-  Result result =
-      job.judge(tableExportOf(options)->run(context),
-                Say::tr("Não foi possível exportar a tabela da categoria %1.").arg(category->name));
-  const QString shortage = result == Result::failed ? delivery.shortage() : QString();
-  if (!shortage.isEmpty()) job.fail(shortage);
-  JobReport& report = Job::report();
-  report.encoding = {QStringLiteral("ISO-8859-1"), QStringLiteral("format")};
-  report.files.clear();
-  if (result == Result::done && !options.dryRun && !delivery.finish(trouble)) result = job.fail(trouble);
-  if (result != Result::done) {
-    report.written.clear();
-  } else if (!options.dryRun) {
-    report.files = delivery.files();
-  }
-  return result;
+  const int returned = tableExportOf(options)->run(context);
+  return target.finish(job.judge(
+      returned, Say::tr("Não foi possível exportar a tabela da categoria %1.").arg(category->name)));
 }
 
 }  // namespace kaldex::cli

@@ -26,6 +26,7 @@ constexpr Word kKinds[] = {
     {"turns", QT_TRANSLATE_NOOP("kaldex", "restrições de direção")},
     {"edges", QT_TRANSLATE_NOOP("kaldex", "arestas")},
     {"triangles", QT_TRANSLATE_NOOP("kaldex", "triângulos")},
+    {"labels", QT_TRANSLATE_NOOP("kaldex", "identificadores")},
     {"objects", QT_TRANSLATE_NOOP("kaldex", "objetos")},
     {"rows", QT_TRANSLATE_NOOP("kaldex", "registros")},
     {"columns", QT_TRANSLATE_NOOP("kaldex", "colunas")},
@@ -45,6 +46,8 @@ constexpr Word kLeftOut[] = {
     {"column_ignored", QT_TRANSLATE_NOOP("kaldex", "coluna ignorada")},
     {"no_object", QT_TRANSLATE_NOOP("kaldex", "registro de objeto que não existe")},
     {"no_geometry", QT_TRANSLATE_NOOP("kaldex", "objeto sem geometria no plano")},
+    {"no_label_point", QT_TRANSLATE_NOOP("kaldex", "polígono sem lugar para um identificador")},
+    {"not_associated", QT_TRANSLATE_NOOP("kaldex", "identificador que não encontrou nada no plano")},
     {"unsupported", QT_TRANSLATE_NOOP("kaldex", "tipo que esta operação não trata")},
 };
 
@@ -62,6 +65,7 @@ constexpr Word kChoices[] = {
     {"project", QT_TRANSLATE_NOOP("kaldex", "a do projeto")},
     {"layer", QT_TRANSLATE_NOOP("kaldex", "a do plano")},
     {"unknown", QT_TRANSLATE_NOOP("kaldex", "nada a indica; coordenadas tomadas como estão")},
+    {"coordinates", QT_TRANSLATE_NOOP("kaldex", "das coordenadas")},
     {"coords", QT_TRANSLATE_NOOP("kaldex", "pelas coordenadas pedidas")},
 };
 

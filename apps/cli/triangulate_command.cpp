@@ -1,5 +1,6 @@
 #include "cli/commands.h"
 #include "cli/database_access.h"
+#include "cli/database_job.h"
 #include "cli/registry.h"
 #include "cli/texts.h"
 #include "kaldex/model/tin.h"
@@ -29,14 +30,11 @@ Result triangulate(Job& job, DataBase& dataBase, InfoLayer& layer) {
 }  // namespace
 
 int runTriangulate(const Options& options, const Language& language) {
-  Job job(options, language);
-  return job.end(guarded(job, [&] {
+  return runOnDataBase(options, language, [&](Job& job, DataBase& dataBase) {
     QString trouble;
-    const std::unique_ptr<DataBase> dataBase = openDataBase(options.dataBase, trouble);
-    if (dataBase == nullptr) return job.fail(trouble);
-    const Place place = findPlace(*dataBase, PlaceNames(options.place), trouble);
-    return trouble.isEmpty() ? triangulate(job, *dataBase, *place.layer) : job.fail(trouble);
-  }));
+    const Place place = findPlace(dataBase, PlaceNames(options.place), trouble);
+    return trouble.isEmpty() ? triangulate(job, dataBase, *place.layer) : job.fail(trouble);
+  });
 }
 
 }  // namespace kaldex::cli

@@ -58,6 +58,14 @@ struct FileGuess {
 };
 KALDEX_API FileGuess guessFile(const QString& path);
 
+/// A column that an ASCII table declares, under the file's name for it.
+struct AsciiColumn {
+  QString name;
+  short type;  ///< a FieldType
+  short size;
+  short decimals;
+};
+
 /// What the header of an ASCII section tells.
 struct KALDEX_API AsciiHeader {
   std::unique_ptr<SProjection> projection;  ///< null when it isn't told
@@ -68,7 +76,12 @@ struct KALDEX_API AsciiHeader {
   /// How numbers of the section are to be scaled, as for SExtFormats::Units2Meter: 0, or 4 and 5 for
   /// coordinates written as degrees or seconds.
   int units = 0;
-  double scale = 0.0;  ///< 0 when it isn't told
+  double scale = 0.0;                ///< 0 when it isn't told
+  QString separator;                 ///< of fields; empty when it isn't told
+  QString category;                  ///< whose table follows
+  bool spatial = true;               ///< whether that category is one of objects
+  std::vector<AsciiColumn> columns;  ///< of the table, without key and name
+  QStringList classes;
 };
 
 struct AsciiSection {
@@ -77,7 +90,7 @@ struct AsciiSection {
   long long offset = 0;  ///< of the keyword, in bytes
 };
 
-/// The sections of an ASCII file, in their order.
+/// The sections of an ASCII file, in their order. Of a file of nothing but keywords the first 100,000.
 class KALDEX_API AsciiOutline {
  public:
   /// Reads the file once; its line ends must be those that handlers take.
@@ -90,11 +103,12 @@ class KALDEX_API AsciiOutline {
   int count(const QString& keyword) const;
   AsciiHeader header(const AsciiSection& section) const;
   /// The box of the section's coordinates in the target's plane, for files whose header has none; inverted
-  /// when there are none. `source` and `target` may be null.
+  /// when there are none, as in tables. `source` and `target` may be null.
   Box extent(const AsciiSection& section, SProjection* source, SProjection* target, int units) const;
 
  private:
   QByteArray headerText(const AsciiSection& section) const;
+  long long endOf(const AsciiSection& section) const;
 
   QByteArray path_;
   std::vector<AsciiSection> sections_;

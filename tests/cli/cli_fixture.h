@@ -79,6 +79,14 @@ class CliTest : public ::testing::Test {
     return runJson(QStringList{"import", "ascii", "lines", "in.kdx", "base.gpkg", "p/l"} + more, code);
   }
 
+  /// Messages and notes of a report, for looking something up.
+  static QString told(const Outcome& done) {
+    QStringList all;
+    for (const char* const key : {"messages", "notes"}) {
+      for (const QJsonValue& one : done.json()[key].toArray()) all << one.toString();
+    }
+    return all.join('\n');
+  }
   QJsonObject layer(const QString& place) const { return runJson({"info", "base.gpkg", place}).json(); }
   int count(const QString& place, const char* kind) const {
     return layer(place)["counts"].toObject()[kind].toInt();

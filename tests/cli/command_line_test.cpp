@@ -1,3 +1,4 @@
+#include <QDirIterator>
 #include <QImage>
 #include <QRegularExpression>
 #include <QSet>
@@ -133,6 +134,26 @@ TEST_F(CommandLineTest, CompletionAndManPageKnowTheKindsOfEachFormat) {
       }
     }
   }
+}
+
+// What operations count must have a word for people.
+TEST_F(CommandLineTest, EveryCodeOfAReportHasAWord) {
+  static const QRegularExpression form(
+      R"re(count(?:Read|Written|LeftOut)\((?:\*?\w+, )?(?:QStringLiteral\()?"([a-z_]+)")re");
+  const QString words = QString::fromUtf8(source("apps/cli/texts.cpp"));
+  int codes = 0;
+  for (QDirIterator files(KALDEX_SOURCE_FOLDER "/src/lib", {"*.cpp"}, QDir::Files,
+                          QDirIterator::Subdirectories);
+       files.hasNext();) {
+    files.next();
+    const QString text = QString::fromUtf8(
+        source("src/lib/" + QDir(KALDEX_SOURCE_FOLDER "/src/lib").relativeFilePath(files.filePath())));
+    for (auto match = form.globalMatch(text); match.hasNext(); ++codes) {
+      const QString code = match.next().captured(1);
+      EXPECT_TRUE(words.contains("{\"" + code + "\",")) << code.toStdString();
+    }
+  }
+  EXPECT_GT(codes, 20);
 }
 
 TEST_F(CommandLineTest, TheLanguageFollowsTheEnvironmentOrTheOption) {

@@ -39,6 +39,34 @@ TEST_F(OutlineTest, FindsSectionsWithTheirLines) {
   EXPECT_EQ(sections(""), QString());
 }
 
+// In label points these words say what the next record is about.
+TEST_F(OutlineTest, LabelPointsHaveBlocksOfTheirOwn) {
+  EXPECT_EQ(sections("NETWORK_OBJECTS\nLINES\n1 2\nNODES\n3 4\nEND\nLINES\n1 2\nEND\nEND\nNODES\nEND\n"),
+            QString("NETWORK_OBJECTS:1 LINES:7 NODES:11"));
+  // What is cut off ends where the next section begins.
+  const AsciiOutline outline(write("LINES\n1 2\n3 4\nPOINT2D\n9 9\nEND\n"));
+  EXPECT_EQ(outline.extent(outline.sections()[0], nullptr, nullptr, 0), Box(1, 2, 3, 4));
+}
+
+TEST_F(OutlineTest, HeadersTellClassesAndColumns) {
+  const AsciiOutline outline(write(
+      "POINTS\nINFO\nSEPARATOR |\nTHEMACLASS\n//r g b\n1 2 3  4 5 6  Mata densa\nINFO_END\n1|2|x\nEND\n"
+      "TABLE\nINFO\nSEPARATOR ;\nUNFORMATED\nCATEGORY_NOSPATIAL\t lista \nnome;TEXTO;12;0\nx ; REAL ; 17 ; "
+      "8\nbad ; TEXT ; 0 ; 0\nINFO_END\ny ; REAL ; 17 ; 8\nEND\n"));
+  const AsciiHeader points = outline.header(outline.sections()[0]);
+  EXPECT_EQ(points.separator, QString("|"));
+  EXPECT_EQ(points.classes, QStringList("Mata densa"));
+  EXPECT_TRUE(points.category.isEmpty());
+  const AsciiHeader table = outline.header(outline.sections()[1]);
+  EXPECT_EQ(table.category, QString("lista"));
+  EXPECT_FALSE(table.spatial);
+  ASSERT_EQ(table.columns.size(), 2U);
+  EXPECT_EQ(table.columns[0].name, QString("nome"));
+  EXPECT_EQ(table.columns[0].size, 12);
+  EXPECT_EQ(table.columns[1].type, fieldReal);
+  EXPECT_TRUE(outline.extent(outline.sections()[1], nullptr, nullptr, 0).isInverted());
+}
+
 TEST_F(OutlineTest, CountsLinesAcrossBlocks) {
   QByteArray records;
   for (int i = 0; i < 40000; ++i) records += "350000.123456     7400000.654321\n";

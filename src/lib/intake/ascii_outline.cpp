@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <iterator>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,8 @@
 #include "base/number_text.h"
 #include "kaldex/ascii.h"
 #include "kaldex/intake.h"
+#include "lib/ascii/class_text.h"
+#include "lib/ascii/column_text.h"
 #include "lib/frame/coordinate_transfer.h"
 #include "lib/frame/lat_long_record.h"
 #include "lib/intake/ascii_scan.h"
@@ -22,6 +25,7 @@ namespace {
 using kaldex::ScannedLine;
 
 constexpr int kLongestHeader = 1024 * 1024;
+constexpr std::size_t kMostSections = 100000;
 
 struct Keyword {
   const char* word;
@@ -34,14 +38,14 @@ constexpr Keyword kKeywords[] = {
     {"CONTOURLINES", {}},
     {"NETWORK_OBJECTS", {}},
     {"NETWORK", {}},
-    {"LINES", {}},
+    {"LINES", {"POINTS", "NETWORK_OBJECTS"}},
     {"POLYGONS", {}},
     {"SAMPLE", {}},
     {"POINT3D", {"SAMPLE", "CONTOURLINES"}},
     {"POINT2D", {}},
     {"POINTS", {}},
     {"GRIDREG", {}},
-    {"NODES", {}},
+    {"NODES", {"POINTS", "NETWORK_OBJECTS"}},
     {"CENTER", {}},
     {"TABLE", {}},
     {"TEXT", {}},
@@ -75,6 +79,10 @@ class SectionFinder {
       inHeader_ = true;
       return nullptr;
     }
+    // The blocks of label points have no ends, their section has.
+    if (text == "END" && current_ != nullptr &&
+        (std::strcmp(current_, "POINTS") == 0 || std::strcmp(current_, "NETWORK_OBJECTS") == 0))
+      current_ = nullptr;
     const auto* const known = std::find_if(std::begin(kKeywords), std::end(kKeywords),
                                            [&](const Keyword& keyword) { return text == keyword.word; });
     if (known == std::end(kKeywords) || isBlock(*known)) return nullptr;
@@ -97,6 +105,10 @@ class SectionFinder {
 const QStringList kFlatSections = {QStringLiteral("POINT2D"),         QStringLiteral("POINTS"),
                                    QStringLiteral("NETWORK_OBJECTS"), QStringLiteral("NODES"),
                                    QStringLiteral("CENTER"),          QStringLiteral("TEXT")};
+
+// Sections whose numbers are no coordinates, or more of them than a pair a line.
+const QStringList kPlacelessSections = {QStringLiteral("TABLE"), QStringLiteral("GRIDREG"),
+                                        QStringLiteral("TURNS")};
 
 // Numbers after the first section's keyword that are coordinates: pairs, and triples with a height.
 class ExtentReader {
@@ -214,6 +226,60 @@ bool isEmptyBox(const Box& box) {
   return box == Box();
 }
 
+// Reads what a header says of a table's columns and of classes.
+class HeaderFacts {
+ public:
+  HeaderFacts(AsciiHeader& header, const QString& keyword)
+      : header_(header), colours_(keyword == QLatin1String("POINT2D") ? 1 : 2) {}
+
+  void read(const QByteArray& text) {
+    for (const QByteArray& line : text.split('\n')) {
+      const std::string_view words = trimmed({line.constData(), static_cast<std::size_t>(line.size())});
+      if (begins(words, "INFO_END")) return;
+      if (!words.empty() && !begins(words, "//")) take(words);
+    }
+  }
+
+ private:
+  enum class Block { none, columns, classes };
+
+  void take(std::string_view line) {
+    if (block_ == Block::classes) {
+      kaldex::ClassLine one;
+      if (kaldex::parseClassLine(line, colours_, one)) header_.classes << latin1(one.name);
+    } else if (begins(line, "SEPARATOR")) {
+      header_.separator = latin1(trimmed(line.substr(kSeparatorSize)).substr(0, 1));
+    } else if (begins(line, "THEMACLASS")) {
+      block_ = Block::classes;
+    } else if (begins(line, "CATEGORY_OBJ") || begins(line, "CATEGORY_NOSPATIAL")) {
+      header_.spatial = begins(line, "CATEGORY_OBJ");
+      header_.category = latin1(trimmed(line.substr(std::min(line.find_first_of(" \t"), line.size()))));
+      block_ = Block::columns;
+    } else if (block_ == Block::columns) {
+      takeColumn(line);
+    }
+  }
+  void takeColumn(std::string_view line) {
+    const char separator = header_.separator.isEmpty() ? ',' : header_.separator.at(0).toLatin1();
+    const std::string spaced = kaldex::spacedDeclaration(line, separator);
+    const kaldex::ColumnDeclaration declaration = kaldex::parseDeclaration(spaced);
+    kaldex::ColumnShape shape;
+    if (kaldex::declaresKey(spaced) || kaldex::declaresName(spaced) ||
+        !kaldex::columnShape(declaration, shape))
+      return;
+    header_.columns.push_back({latin1(declaration.name), shape.type, shape.size, shape.decimals});
+  }
+  static QString latin1(std::string_view text) {
+    return QString::fromLatin1(text.data(), static_cast<int>(text.size()));
+  }
+
+  static constexpr std::size_t kSeparatorSize = 9;
+
+  AsciiHeader& header_;
+  int colours_;
+  Block block_ = Block::none;
+};
+
 }  // namespace
 
 AsciiOutline::AsciiOutline(const QString& path) : path_(kaldex::pathBytes(path)) {
@@ -222,7 +288,7 @@ AsciiOutline::AsciiOutline(const QString& path) : path_(kaldex::pathBytes(path))
     const Keyword* const keyword = finder.take(line.text);
     if (keyword != nullptr)
       sections_.push_back({QString::fromLatin1(keyword->word), line.number, line.offset});
-    return true;
+    return sections_.size() < kMostSections;
   });
 }
 
@@ -239,15 +305,25 @@ int AsciiOutline::count(const QString& keyword) const {
   }));
 }
 
+// What has no end of its own ends where the next section begins.
+long long AsciiOutline::endOf(const AsciiSection& section) const {
+  const auto next =
+      std::upper_bound(sections_.begin(), sections_.end(), section.offset,
+                       [](long long offset, const AsciiSection& other) { return offset < other.offset; });
+  return next != sections_.end() ? next->offset : std::numeric_limits<long long>::max();
+}
+
 QByteArray AsciiOutline::headerText(const AsciiSection& section) const {
   QByteArray text;
   bool keywordPassed = false;
+  const long long end = endOf(section);
   // Lines come cut to a length: one without an end isn't taken into memory.
   kaldex::scanLines(path_, section.offset, [&](const ScannedLine& line) {
     if (!keywordPassed) {
       keywordPassed = true;
       return true;
     }
+    if (line.offset >= end) return false;
     const QByteArray bytes(line.text.data(), static_cast<int>(line.text.size()));
     const QByteArray word = bytes.trimmed();
     if (text.isEmpty() && !word.isEmpty() && word != "INFO" && !word.startsWith("//")) return false;
@@ -260,6 +336,11 @@ QByteArray AsciiOutline::headerText(const AsciiSection& section) const {
 AsciiHeader AsciiOutline::header(const AsciiSection& section) const {
   AsciiHeader header;
   const QByteArray text = headerText(section);
+  HeaderFacts(header, section.keyword).read(text);
+  if (!text.contains("PROJECTION") && !text.contains("BOX")) {
+    header.scale = scaleOf(text);
+    return header;
+  }
   // The readers of boxes and projections take a file with one header, and read all of it.
   QTemporaryFile single;
   if (text.isEmpty() || !single.open() || single.write(text) != text.size() || !single.flush()) return header;
@@ -278,10 +359,12 @@ AsciiHeader AsciiOutline::header(const AsciiSection& section) const {
 
 Box AsciiOutline::extent(const AsciiSection& section, SProjection* source, SProjection* target,
                          int units) const {
+  if (kPlacelessSections.contains(section.keyword)) return Box::inverted();
   ExtentReader reader(section.keyword, source, target, units);
   bool keywordPassed = false;
+  const long long end = endOf(section);
   kaldex::scanLines(path_, section.offset, [&](const ScannedLine& line) {
-    if (keywordPassed) return reader.take(line.text);
+    if (keywordPassed) return line.offset < end && reader.take(line.text);
     keywordPassed = true;
     return true;
   });
