@@ -1768,5 +1768,45 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
   kaldex export ascii labels base.gpkg map/soils soils.kdx --separator &quot;;&quot;
   kaldex export ascii table base.gpkg lots lots.kdx</translation>
     </message>
+    <message>
+        <source>A seção %1 (linha %2) está antes da seção %3 e seria tomada por ela; separe-as.</source>
+        <translation>The section %1 (line %2) stands before the section %3 and would be taken for it; part them.</translation>
+    </message>
+    <message>
+        <source>Uma tabela se importa para a sua categoria: %1</source>
+        <translation>A table is imported into its category: %1</translation>
+    </message>
+    <message>
+        <source>separador</source>
+        <translation>separator</translation>
+    </message>
+    <message>
+        <source>Tabela %1, modelo %2</source>
+        <translation>Table %1, model %2</translation>
+    </message>
+    <message>
+        <source>Modelo da categoria de uma tabela, se há duas do mesmo nome: object, nonspatial</source>
+        <translation>Model of a table&apos;s category, if there are two of the same name: object, nonspatial</translation>
+    </message>
+    <message>
+        <source>A tabela de %1 é de categoria não espacial, que só de um csv se importa.</source>
+        <translation>The table of %1 is of a non-spatial category, which is imported from a csv only.</translation>
+    </message>
+    <message>
+        <source>A tabela de %1 é da categoria %2, não de %3.</source>
+        <translation>The table of %1 is of the category %2, not of %3.</translation>
+    </message>
+    <message>
+        <source>identificadores</source>
+        <translation>label points</translation>
+    </message>
+    <message>
+        <source>polígono sem lugar para um identificador</source>
+        <translation>polygon without a place for a label point</translation>
+    </message>
+    <message>
+        <source>identificador que não encontrou nada no plano</source>
+        <translation>label point that found nothing in the layer</translation>
+    </message>
 </context>
 </TS>

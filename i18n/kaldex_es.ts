@@ -1768,5 +1768,45 @@ Código de salida: 0 hecho, 1 falló, 2 uso incorrecto, 3 rechazado por una preg
   kaldex export ascii labels base.gpkg mapa/suelos suelos.kdx --separator &quot;;&quot;
   kaldex export ascii table base.gpkg lotes lotes.kdx</translation>
     </message>
+    <message>
+        <source>A seção %1 (linha %2) está antes da seção %3 e seria tomada por ela; separe-as.</source>
+        <translation>La sección %1 (línea %2) está antes de la sección %3 y se tomaría por ella; sepárelas.</translation>
+    </message>
+    <message>
+        <source>Uma tabela se importa para a sua categoria: %1</source>
+        <translation>Una tabla se importa a su categoría: %1</translation>
+    </message>
+    <message>
+        <source>separador</source>
+        <translation>separador</translation>
+    </message>
+    <message>
+        <source>Tabela %1, modelo %2</source>
+        <translation>Tabla %1, modelo %2</translation>
+    </message>
+    <message>
+        <source>Modelo da categoria de uma tabela, se há duas do mesmo nome: object, nonspatial</source>
+        <translation>Modelo de la categoría de una tabla, si hay dos del mismo nombre: object, nonspatial</translation>
+    </message>
+    <message>
+        <source>A tabela de %1 é de categoria não espacial, que só de um csv se importa.</source>
+        <translation>La tabla de %1 es de categoría no espacial, que solo se importa de un csv.</translation>
+    </message>
+    <message>
+        <source>A tabela de %1 é da categoria %2, não de %3.</source>
+        <translation>La tabla de %1 es de la categoría %2, no de %3.</translation>
+    </message>
+    <message>
+        <source>identificadores</source>
+        <translation>identificadores</translation>
+    </message>
+    <message>
+        <source>polígono sem lugar para um identificador</source>
+        <translation>polígono sin lugar para un identificador</translation>
+    </message>
+    <message>
+        <source>identificador que não encontrou nada no plano</source>
+        <translation>identificador que no encontró nada en la capa</translation>
+    </message>
 </context>
 </TS>
