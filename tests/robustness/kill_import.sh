@@ -153,6 +153,7 @@ expect() {
 spoiled() {
   cp "$1" "$work/db.gpkg"
   sqlite3 -batch "$work/db.gpkg" "$4" >"$work/out" 2>&1 || die "could not spoil a database: $(head -n 1 "$work/out")"
+  [ "$(fingerprint "$1")" != "$(fingerprint "$work/db.gpkg")" ] || die "'$2' spoils nothing"
   expect "$2" "$3"
 }
 
@@ -214,8 +215,8 @@ spoil_labels() {
 spoil_tables() {
   spoil_import 7
   spoiled "$full" 'half of a table' no 'DELETE FROM CG000003 WHERE GEOID > 1000; DELETE FROM OJ000003 WHERE ID > 1000'
-  spoiled "$full" 'an object without attributes' no 'DELETE FROM CG000003 WHERE GEOID = 9'
-  spoiled "$full" 'a value changed' no "UPDATE CG000003 SET BAIRRO = '' WHERE GEOID = 9"
+  spoiled "$full" 'an object without attributes' no 'DELETE FROM CG000003 WHERE GEOID = (SELECT MAX(GEOID) FROM CG000003)'
+  spoiled "$full" 'a value changed' no "UPDATE CG000003 SET BAIRRO = '' WHERE GEOID = (SELECT MAX(GEOID) FROM CG000003)"
   spoil_import 8
   spoiled "$full" 'a row of a table gone' no 'DELETE FROM CG000003 WHERE kdx_fid = 9'
 }
