@@ -2,14 +2,20 @@
 
 #include <sqlite3.h>
 
+#include <QSqlDriver>
 #include <QSqlError>
+#include <QVariant>
 #include <limits>
 
 #include "kaldex/model/exception.h"
+#include "model/database/sqlite.h"
 
 namespace kaldex {
 
-CatalogueQuery::CatalogueQuery(const QSqlDatabase& dataBase, const QString& sql) : query_(dataBase) {
+CatalogueQuery::CatalogueQuery(const QSqlDatabase& dataBase, const QString& sql)
+    : query_(dataBase), handle_(*static_cast<sqlite3* const*>(dataBase.driver()->handle().constData())) {
+  // What is written behind our back has to be finished: two threads must not use the handle at a time.
+  SqliteConnection::settle(handle_);
   query_.setForwardOnly(true);
   if (!query_.prepare(sql)) fail();
 }
@@ -21,6 +27,7 @@ CatalogueQuery& CatalogueQuery::with(const QVariant& value) {
 
 void CatalogueQuery::run() {
   bound_ = 0;
+  SqliteConnection::settle(handle_);
   if (!query_.exec()) fail();
 }
 

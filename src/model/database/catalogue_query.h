@@ -6,6 +6,8 @@
 #include <QString>
 #include <QVariant>
 
+struct sqlite3;
+
 namespace kaldex {
 
 /// A statement on the catalogue's tables through Qt SQL, which serves every database system alike. Failures
@@ -31,6 +33,7 @@ class CatalogueQuery {
   [[noreturn]] void fail() const;
 
   QSqlQuery query_;
+  sqlite3* handle_;
   int bound_ = 0;
 };
 

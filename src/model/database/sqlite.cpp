@@ -1,6 +1,8 @@
 #include "model/database/sqlite.h"
 
 #include <algorithm>
+#include <map>
+#include <mutex>
 
 #include "kaldex/model/exception.h"
 
@@ -41,6 +43,7 @@ class HandleLock {
 
 Statement::Statement(sqlite3* handle, const std::string& sql, WriteQueue* queue)
     : handle_(handle), queue_(queue) {
+  settle();
   const int size = static_cast<int>(sql.size()) + 1;
   if (sqlite3_prepare_v3(handle, sql.c_str(), size, SQLITE_PREPARE_PERSISTENT, &statement_, nullptr) !=
       SQLITE_OK) {
@@ -57,25 +60,29 @@ Statement& Statement::operator=(Statement&& other) noexcept {
 
 void Statement::bind(int parameter, const QString& value) {
   if (value.isNull()) return bindNull(parameter);
+  settle();
   const QByteArray utf8 = value.toUtf8();
   check(sqlite3_bind_text(statement_, parameter, utf8.constData(), utf8.size(), SQLITE_TRANSIENT));
 }
 
 void Statement::bind(int parameter, const std::string& value) {
+  settle();
   check(sqlite3_bind_text(statement_, parameter, value.data(), static_cast<int>(value.size()),
                           SQLITE_TRANSIENT));
 }
 
 void Statement::bindBorrowedText(int parameter, const char* text, size_t size) {
+  settle();
   check(sqlite3_bind_text(statement_, parameter, text, static_cast<int>(size), SQLITE_STATIC));
 }
 
 void Statement::bindBorrowedBlob(int parameter, const void* data, size_t size) {
+  settle();
   check(sqlite3_bind_blob64(statement_, parameter, data, size, SQLITE_STATIC));
 }
 
 bool Statement::step() {
-  if (queue_ != nullptr) queue_->settle();
+  settle();
   const HandleLock lock(handle_);
   const int result = sqlite3_step(statement_);
   if (result == SQLITE_ROW) return true;
@@ -92,7 +99,9 @@ void Statement::run() {
   reset();
 }
 
-void Statement::finalize() {
+void Statement::finalize() noexcept {
+  if (statement_ == nullptr) return;
+  waitForQueue();
   sqlite3_finalize(statement_);
   statement_ = nullptr;
 }
@@ -125,8 +134,37 @@ void Statement::fail() const {
   throwError(handle_);
 }
 
+namespace {
+
+// Connections by handles that are not their own. Databases may be opened by several threads, each by one.
+struct KnownConnections {
+  std::mutex mutex;
+  std::map<sqlite3*, SqliteConnection*> byHandle;
+};
+
+KnownConnections& knownConnections() {
+  static KnownConnections known;
+  return known;
+}
+
+}  // namespace
+
+void SqliteConnection::settle(sqlite3* handle) {
+  SqliteConnection* connection = nullptr;
+  {
+    KnownConnections& known = knownConnections();
+    const std::lock_guard<std::mutex> lock(known.mutex);
+    const auto entry = known.byHandle.find(handle);
+    if (entry != known.byHandle.end()) connection = entry->second;
+  }
+  if (connection != nullptr) connection->queue_.settle();
+}
+
 SqliteConnection::SqliteConnection(sqlite3* borrowed) : handle_(borrowed) {
   configure();
+  KnownConnections& known = knownConnections();
+  const std::lock_guard<std::mutex> lock(known.mutex);
+  known.byHandle[handle_] = this;
 }
 
 SqliteConnection::SqliteConnection(const QString& path) : owned_(true) {
@@ -141,6 +179,11 @@ SqliteConnection::SqliteConnection(const QString& path) : owned_(true) {
 
 SqliteConnection::~SqliteConnection() {
   queue_.abandon();
+  if (!owned_) {
+    KnownConnections& known = knownConnections();
+    const std::lock_guard<std::mutex> lock(known.mutex);
+    known.byHandle.erase(handle_);
+  }
   if (inTransaction_) sqlite3_exec(handle_, "ROLLBACK", nullptr, nullptr, nullptr);
   if (owned_) sqlite3_close_v2(handle_);
 }

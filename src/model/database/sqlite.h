@@ -17,34 +17,47 @@ namespace kaldex {
 class Statement {
  public:
   Statement() = default;
-  /// With a queue each step waits until that has settled.
+  /// With a queue each use waits until that has settled: Qt opens its handle without a mutex, so that two
+  /// threads must never use it at a time.
   Statement(sqlite3* handle, const std::string& sql, WriteQueue* queue = nullptr);
   Statement(Statement&& other) noexcept
       : handle_(other.handle_), statement_(other.statement_), queue_(other.queue_) {
     other.statement_ = nullptr;
   }
   Statement& operator=(Statement&& other) noexcept;
-  ~Statement() { sqlite3_finalize(statement_); }
+  ~Statement() { finalize(); }
 
   explicit operator bool() const { return statement_ != nullptr; }
 
   /// Parameters are counted from 1, columns from 0. Texts and blobs bound are borrowed until the next reset
   /// or step to the end, except QString and std::string, which are copied.
-  void bind(int parameter, std::int64_t value) { check(sqlite3_bind_int64(statement_, parameter, value)); }
-  void bind(int parameter, int value) { check(sqlite3_bind_int64(statement_, parameter, value)); }
-  void bind(int parameter, double value) { check(sqlite3_bind_double(statement_, parameter, value)); }
+  void bind(int parameter, std::int64_t value) {
+    settle();
+    check(sqlite3_bind_int64(statement_, parameter, value));
+  }
+  void bind(int parameter, int value) { bind(parameter, static_cast<std::int64_t>(value)); }
+  void bind(int parameter, double value) {
+    settle();
+    check(sqlite3_bind_double(statement_, parameter, value));
+  }
   void bind(int parameter, const QString& value);
   void bind(int parameter, const std::string& value);
   void bindBorrowedText(int parameter, const char* text, size_t size);
   void bindBorrowedBlob(int parameter, const void* data, size_t size);
-  void bindNull(int parameter) { check(sqlite3_bind_null(statement_, parameter)); }
+  void bindNull(int parameter) {
+    settle();
+    check(sqlite3_bind_null(statement_, parameter));
+  }
 
   /// True for a row, false at the end.
   bool step();
   /// Step to the end and make ready for new parameters.
   void run();
-  void reset() { sqlite3_reset(statement_); }
-  void finalize();
+  void reset() {
+    waitForQueue();
+    sqlite3_reset(statement_);
+  }
+  void finalize() noexcept;
 
   int columnCount() const { return sqlite3_column_count(statement_); }
   bool isNull(int column) const { return type(column) == SQLITE_NULL; }
@@ -67,6 +80,12 @@ class Statement {
     if (result != SQLITE_OK) fail();
   }
   [[noreturn]] void fail() const;
+  void settle() {
+    if (queue_ != nullptr) queue_->settle();
+  }
+  void waitForQueue() noexcept {
+    if (queue_ != nullptr) queue_->wait();
+  }
 
   sqlite3* handle_ = nullptr;
   sqlite3_stmt* statement_ = nullptr;
@@ -126,6 +145,8 @@ class SqliteConnection {
   /// What goes in on a thread of its own. All that goes through this class or its statements waits for it
   /// first.
   WriteQueue& queue() { return queue_; }
+  /// Wait for the queue of the connection of that handle, if there is one: for those who use it past us.
+  static void settle(sqlite3* handle);
   /// Run statements without parameters or rows.
   void exec(const std::string& sql);
   /// As exec, for statements that make, change or drop tables: open cursors are closed first.

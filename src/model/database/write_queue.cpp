@@ -53,7 +53,7 @@ void WriteQueue::rethrow(std::unique_lock<std::mutex>& lock) {
   std::rethrow_exception(failure);
 }
 
-void WriteQueue::wait() noexcept {
+void WriteQueue::waitNow() noexcept {
   std::unique_lock<std::mutex> lock(mutex_);
   done_.wait(lock, [this] { return unfinished_ == 0; });
 }

@@ -39,12 +39,15 @@ class WriteQueue {
     if (unsettled_.load(std::memory_order_acquire)) settleNow();
   }
   /// As settle; a failure stays for the next one.
-  void wait() noexcept;
+  void wait() noexcept {
+    if (unsettled_.load(std::memory_order_acquire)) waitNow();
+  }
   /// Drop what has not begun and forget a failure: it is rolled back.
   void abandon() noexcept;
 
  private:
   void settleNow();
+  void waitNow() noexcept;
   void rethrow(std::unique_lock<std::mutex>& lock);
   void serve();
   void perform(Work& work) noexcept;
