@@ -2,12 +2,34 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <cstring>
 
 #include "base/companion_file.h"
 #include "cli/job.h"
 #include "cli/texts.h"
 
 namespace kaldex::cli {
+
+namespace {
+
+// Whether a file has a byte-order mark, a carriage return or a NUL: a quick look.
+bool mayHoldMended(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) return false;
+  QByteArray block(1 << 16, Qt::Uninitialized);
+  bool first = true;
+  for (qint64 size = 0; (size = file.read(block.data(), block.size())) > 0; first = false) {
+    const auto length = static_cast<std::size_t>(size);
+    const bool marked = first && size > 1 && static_cast<unsigned char>(block[0]) >= 0xEF;
+    if (marked || std::memchr(block.constData(), '\r', length) != nullptr ||
+        std::memchr(block.constData(), '\0', length) != nullptr) {
+      return true;
+    }
+  }
+  return false;
+}
+
+}  // namespace
 
 bool CsvSource::prepare() {
   name_ = QFileInfo(context_.options.file).fileName();
@@ -32,8 +54,10 @@ bool CsvSource::needsSeparator() {
   return true;
 }
 
-// What the preparation of every text has mended stood somewhere, too.
+// What the preparation of every text has mended stood somewhere, too. Most files are mended in their encoding
+// only: these need no second look.
 void CsvSource::tellMended() {
+  if (!mayHoldMended(context_.options.file)) return;
   const CsvSurvey original(context_.options.file, question_);
   for (const CsvFinding& finding : original.findings()) {
     if (finding.kind > CsvFinding::carriageReturn) continue;

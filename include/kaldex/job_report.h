@@ -15,8 +15,8 @@ inline namespace kaldex_v1 {
 /// write to the report that a JobReportScope has made current, and to none when there is none; it never
 /// changes what they do.
 ///
-/// Kinds are "lines", "polygons", "points", "samples", "contours", "texts", "objects", "rows", "columns".
-/// Reasons of what was left out are stable codes, listed here:
+/// Kinds are "lines", "polygons", "points", "samples", "contours", "labels", "texts", "turns", "edges",
+/// "triangles", "objects", "rows", "columns". Reasons of what was left out are stable codes, listed here:
 ///   few_points        a line or ring with too few points
 ///   degenerate        a line of two equal points, a ring without area
 ///   outside_box       outside the layer's declared box
@@ -29,6 +29,8 @@ inline namespace kaldex_v1 {
 ///   column_ignored    a column that the table doesn't have
 ///   no_object         a row for an object that the category doesn't have
 ///   no_geometry       an object without geometry in the layer
+///   no_label_point    a polygon without a place for a label
+///   not_associated    a label that found nothing in the layer
 ///   unsupported       a kind of record that the operation doesn't take
 class KALDEX_API JobReport {
  public:

@@ -14,7 +14,7 @@ struct ScannedLine {
 };
 
 // Hands out the lines of a file that have a letter from F on in capitals, or any small letter: keywords have
-// one, while the bulk of a file, coordinates and "END"s, has none and is passed over at the speed of memory.
+// one, while the bulk of a file, coordinates, has none and is passed over at the speed of memory.
 // Stops when `take` returns false; false if the file can't be read.
 bool scanWordLines(const QByteArray& path, const std::function<bool(const ScannedLine&)>& take);
 

@@ -170,6 +170,10 @@ void RowBatch::handOver() {
   target_->connection.queue().submit(std::move(work));
 }
 
+void RowBatch::send() {
+  if (!isEmpty()) handOver();
+}
+
 void RowBatch::flush() {
   if (isEmpty()) return;
   // What the database refused once it would refuse again at each later flush.

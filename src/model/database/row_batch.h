@@ -38,6 +38,8 @@ class RowBatch {
   explicit operator bool() const { return target_ != nullptr; }
   /// Whether nothing gathers.
   bool isEmpty() const { return block_.values.empty(); }
+  /// Hand what gathered to the write queue, as a full block is: statements that follow see it.
+  void send();
   /// Write what gathered, now and on this thread.
   void flush();
   /// Drop what gathered.

@@ -108,20 +108,26 @@ bool namesFit(const std::vector<const SField*>& fields) {
 }
 
 // Rows of which no cell is new were stored before.
-void insertRows(Statement& insert, const std::vector<const SField*>& columns, const std::vector<short>& types,
+bool isNew(const std::vector<const SField*>& columns, int row) {
+  return std::any_of(columns.begin(), columns.end(), [row](const SField* column) {
+    return row < column->cells.Size() && column->cells.at(row)->modify() != cellStored;
+  });
+}
+
+void gatherRows(RowBatch& batch, const std::vector<const SField*>& columns, const std::vector<short>& types,
                 int rows) {
-  ValueBinder binder;
-  const QString none;
   for (int row = 0; row < rows; ++row) {
-    bool isNew = false;
+    if (!isNew(columns, row)) continue;
+    batch.beginRow();
     for (size_t i = 0; i < columns.size(); ++i) {
-      SCell* cell = row < columns[i]->cells.Size() ? columns[i]->cells.at(row) : nullptr;
-      binder.bindCell(insert, static_cast<int>(i) + 1, types[i], cell != nullptr ? cell->value() : none);
-      if (cell == nullptr || cell->modify() == cellStored) continue;
-      isNew = true;
-      cell->setModify(cellStored);
+      if (row >= columns[i]->cells.Size()) {
+        batch.putNull();
+        continue;
+      }
+      SCell& cell = *columns[i]->cells.at(row);
+      batch.putCell(types[i], cell.value());
+      cell.setModify(cellStored);
     }
-    if (isNew) insert.run();
   }
 }
 
@@ -346,20 +352,29 @@ int TableStore::insertCells(const SFieldList& fields) {
   if (columns.empty()) return 1;
   const TableInfo* info = find(columns.front()->table);
   if (info == nullptr) return 0;
-  std::string names, marks;
+  std::vector<std::string> names;
   std::vector<short> types;
   for (const SField* column : columns) {
     const int position = info->indexOf(column->name);
     if (position < 0) return 0;
     types.push_back(info->columns[static_cast<size_t>(position)].type);
-    names += (names.empty() ? "" : ", ") + quotedName(column->name);
-    marks += marks.empty() ? "?" : ", ?";
+    names.push_back(quotedName(column->name));
   }
-  context_.connection.beginChange();
-  Statement insert =
-      context_.connection.prepare("INSERT INTO " + info->quoted + " (" + names + ") VALUES (" + marks + ")");
-  insertRows(insert, columns, types, rows);
+  RowBatch& batch = cellBatch(info->quoted, names);
+  gatherRows(batch, columns, types, rows);
+  batch.send();
   return 1;
+}
+
+// A load comes by some thousand rows at a time, with the same columns.
+RowBatch& TableStore::cellBatch(const std::string& table, const std::vector<std::string>& columns) {
+  if (table != cellTable_ || columns != cellColumns_) {
+    context_.connection.queue().wait();
+    cellBatch_ = RowBatch(context_.connection, table, columns);
+    cellTable_ = table;
+    cellColumns_ = columns;
+  }
+  return cellBatch_;
 }
 
 void TableStore::catalogueColumn(const QString& table, int position, const SField& field) {

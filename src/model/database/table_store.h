@@ -4,10 +4,12 @@
 #include <QHash>
 #include <QSet>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "kaldex/model/catalog.h"
 #include "kaldex/model/field.h"
+#include "model/database/row_batch.h"
 #include "model/database/store_context.h"
 
 namespace kaldex {
@@ -78,11 +80,15 @@ class TableStore {
   void makeIndex(const QString& table, const char* column);
   QString definitionOf(const SField& field) const;
   void catalogueColumn(const QString& table, int position, const SField& field);
+  RowBatch& cellBatch(const std::string& table, const std::vector<std::string>& columns);
   void changed();
 
   const StoreContext& context_;
   QHash<QString, std::shared_ptr<const TableInfo>> known_;
   QSet<QString> indexed_;
+  RowBatch cellBatch_;
+  std::string cellTable_;  ///< of cellBatch_
+  std::vector<std::string> cellColumns_;
   int generation_ = 0;
 };
 
