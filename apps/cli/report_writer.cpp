@@ -11,8 +11,6 @@ namespace kaldex::cli {
 
 namespace {
 
-constexpr int kTitleWidth = 13;
-
 QString resultText(const Ending& ending, bool dryRun) {
   if (ending.result == Result::done)
     return dryRun ? Say::tr("Conferido; nada foi guardado.") : Say::tr("Feito.");
