@@ -365,33 +365,6 @@ TEST_F(LabelExport, ArgumentsAndFullDisk) {
   }
 }
 
-/// A classified map goes out and comes back: the second export equals the first.
-TEST_F(LabelExport, RoundTrip) {
-  make(THEMATICMODEL);
-  const int classes[] = {addClass("Mata", {1, 2, 3}), addClass("Campo", {4, 5, 6})};
-  for (int i = 0; i < 20; ++i) addPolygon(square(100 * i, 1000), classes[i % 2]);
-  delete insertLine(*vector_, {0, 0, 10, 0, 10, 10}, linePlain, classes[1]);
-  const QByteArray first = records(Kind::plain, ";");
-  const QByteArray header = written();
-
-  for (SPolygon* polygon = vector_->FirstPolygon(); polygon != nullptr; polygon = vector_->NextPolygon()) {
-    polygon->classId = 0;
-    polygon->changed = stateChanged;
-    polygon->Free();
-  }
-  Line* const line = vector_->GetLine(21);
-  line->classId = 0;
-  line->state = stateChanged;
-  line->Free();
-  const auto in = handler(layer_);
-  ASSERT_EQ(in->ImportLabelPoints(project->projection(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                  nullptr),
-            1);
-  ASSERT_EQ(in->Classify(vector_), 1);
-  EXPECT_EQ(records(Kind::plain, ";"), first);
-  EXPECT_EQ(written(), header);
-}
-
 }  // namespace
 
 }  // namespace kaldex::test
