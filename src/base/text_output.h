@@ -30,7 +30,7 @@ class KALDEX_BASE_API TextOutput {
   void append(std::string_view text) {
     if (text.size() > kBufferSize) {
       appendLong(text);
-    } else if (reserve(text.size())) {
+    } else if (!text.empty() && reserve(text.size())) {
       std::memcpy(cursor_, text.data(), text.size());
       cursor_ += text.size();
     }

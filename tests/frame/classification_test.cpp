@@ -102,7 +102,7 @@ TEST_F(Classification, LabelsOfClasses) {
   InfoLayer* const into = layer(THEMATICMODEL, "Plano");  // half a millimetre are 12.5 m
   Vector& vector = *into->vector(vectorLines, true);
   const int id = insertPolygon(vector, square(1000, 1000, 100))->id;
-  Line* const free = insertLine(vector, {1050, 1050, 1052, 1052});
+  const int freeId = insertLine(vector, {1050, 1050, 1052, 1052})->id;
   const auto in = handler(into);
   add(*in, 1001, 1030, 5);                               // near the boundary: meant for the polygon
   add(*in, 1080, 1010, 6);                               // a second one wins
@@ -113,6 +113,7 @@ TEST_F(Classification, LabelsOfClasses) {
   EXPECT_EQ(messages.take(), summary(3, 2, 1));
   EXPECT_EQ(lost->Iclass, 8);
   EXPECT_EQ(in->labelPoints.at(0)->Iclass, 0);
+  const Line* const free = vector.GetLine(freeId);
   EXPECT_EQ(free->classId, 7);
   EXPECT_EQ(free->labelPoint, Point(1055, 1052));
   const SPolygon* const polygon = vector.GetPolygon(id);
