@@ -24,6 +24,8 @@ int runInfo(const Options& options) {
     case FileFormat::shapefile:
       informOfShapefile(options);
       break;
+    case FileFormat::drawing:
+      return informOfDrawing(options);
     case FileFormat::ascii:
       informOfAscii(options);
       break;

@@ -96,4 +96,11 @@ ColumnType columnTypeOf(const QString& text) {
       Say::tr("--types: espera-se COLUNA=integer, real, date, text ou text:TAMANHO em vez de %1").arg(text));
 }
 
+void takeMove(const std::string& value, Placement& placement) {
+  const QStringList parts = fromWord(value).split(QLatin1Char(','));
+  if (parts.size() != 2) throw WrongUse(Say::tr("--move: espera-se DX,DY"));
+  placement.moveX = number(parts[0], "--move");
+  placement.moveY = number(parts[1], "--move");
+}
+
 }  // namespace kaldex::cli

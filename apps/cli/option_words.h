@@ -31,6 +31,8 @@ Answer answerOf(const std::string& value);
 /// One character by itself or by its name; "none" is an empty one.
 QString separatorOf(const std::string& value);
 ColumnType columnTypeOf(const QString& text);
+/// Two numbers, DX,DY.
+void takeMove(const std::string& value, Placement& placement);
 
 }  // namespace kaldex::cli
 

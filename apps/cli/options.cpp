@@ -23,6 +23,7 @@ std::string words(const QString& text) {
 struct RawWords {
   std::string format, kind, file, output, dataBase, place;
   std::string key, types;
+  std::string layers, move, rotate, scaleBy, prefix, suffix, valueKind, layerName;
   std::string model, category, crs, crsFrom, box, scale, units, coords, separator, encoding, by, size,
       language;
   std::vector<std::string> answers;
@@ -40,6 +41,8 @@ class CommandLine {
   void describeQuestions(CLI::App& command);
   void describeTarget(CLI::App& command);
   void describeSource(CLI::App& command);
+  void describeDrawing(CLI::App& command);
+  void describeLabels(CLI::App& command);
   void describeOutput(CLI::App& command);
   void describeInit();
   void describeImport();
@@ -71,6 +74,7 @@ class CommandLine {
   void take();
   void takeNames();
   void takeNumbers();
+  void takeDrawing();
   void takeAnswers();
   void check() const;
   void checkFormat() const;
@@ -180,9 +184,28 @@ void CommandLine::describeSource(CLI::App& command) {
   flag(command, "--strict", options_.strict, Say::tr("Lê o arquivo de texto como está, sem prepará-lo"));
 }
 
+void CommandLine::describeDrawing(CLI::App& command) {
+  option(command, "--layers", "NAME,...", raw_.layers,
+         Say::tr("Planos do desenho (dxf) que se leem; sem eles, todos"));
+  option(command, "--move", "DX,DY", raw_.move,
+         Say::tr("Desloca o desenho (dxf), depois de girar e escalar, em metros"));
+  option(command, "--rotate", "DEGREES", raw_.rotate,
+         Say::tr("Gira o desenho (dxf) em torno da origem, em graus, no sentido anti-horário"));
+  option(command, "--scale-by", "K", raw_.scaleBy, Say::tr("Multiplica as coordenadas do desenho (dxf)"));
+}
+
+void CommandLine::describeLabels(CLI::App& command) {
+  option(command, "--prefix", "TEXT", raw_.prefix, Say::tr("Só os textos do dxf que começam assim"));
+  option(command, "--suffix", "TEXT", raw_.suffix, Say::tr("Só os textos do dxf que terminam assim"));
+  option(command, "--value-kind", "KIND", raw_.valueKind,
+         Say::tr("Só os textos do dxf formados de: letters, digits, both"));
+}
+
 void CommandLine::describeOutput(CLI::App& command) {
   option(command, "--by", "WHAT", raw_.by,
          Say::tr("Registros de um shapefile: class (por classe), object, height (cota como coluna), region"));
+  option(command, "--layer-name", "NAME", raw_.layerName,
+         Say::tr("Nome dos planos de um dxf escrito; sem ele, o do plano"));
   flag(command, "--used-classes", options_.usedClasses, Say::tr("Só o que é de classes em uso no plano"));
   flag(command, "--overwrite", options_.overwrite, Say::tr("Substitui um arquivo que já existe"));
 }
@@ -205,6 +228,8 @@ void CommandLine::describeImport() {
        Say::tr("Projeto e plano, ou a categoria de uma tabela; criados quando não existem"));
   describeTarget(*command);
   describeSource(*command);
+  describeDrawing(*command);
+  describeLabels(*command);
   option(*command, "--coords", "FORM", raw_.coords, Say::tr("Forma das coordenadas: planar, gms, deg, sec"));
   option(*command, "--separator", "C", raw_.separator,
          Say::tr("Separador de campos: um caractere, tab, ou none (nenhum)"));
@@ -239,7 +264,8 @@ void CommandLine::describeExport() {
   word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto e plano, ou a categoria de uma tabela"));
   word(*command, "FILE", raw_.file, Say::tr("Arquivo de destino"));
   describeOutput(*command);
-  flag(*command, "--append", options_.append, Say::tr("Acrescenta a um arquivo que já existe (ascii)"));
+  flag(*command, "--append", options_.append,
+       Say::tr("Acrescenta a um arquivo que já existe (ascii, linhas de dxf)"));
   option(*command, "--coords", "FORM", raw_.coords, Say::tr("Forma das coordenadas: planar, gms, deg, sec"));
   option(*command, "--separator", "C", raw_.separator,
          Say::tr("Separador de campos: um caractere, tab, ou none (nenhum)"));
@@ -261,11 +287,12 @@ void CommandLine::describeConvert() {
                                        Say::tr("Converte um arquivo, por um banco de dados temporário"));
   word(*command, "IN", raw_.file, Say::tr("Arquivo de origem"));
   word(*command, "OUT", raw_.output,
-       Say::tr("Arquivo de destino; seu nome diz o formato (.shp, .kdx, .txt, .gpkg)"));
+       Say::tr("Arquivo de destino; seu nome diz o formato (.shp, .kdx, .txt, .dxf, .gpkg)"));
   option(*command, "--kind", "KIND", raw_.kind,
          Say::tr("O que converter, se há mais de um tipo: lines, polygons, ..."));
   describeTarget(*command);
   describeSource(*command);
+  describeDrawing(*command);
   describeOutput(*command);
   option(*command, "--coords", "FORM", raw_.coords,
          Say::tr("Forma das coordenadas escritas: planar, gms, deg, sec"));
@@ -297,11 +324,13 @@ void CommandLine::describeClassify() {
   CLI::App* const command =
       addCommand("classify", Command::classify,
                  Say::tr("Importa os identificadores de um arquivo e classifica por eles um plano"));
-  word(*command, "FORMAT", raw_.format, Say::tr("Formato: %1").arg(QStringLiteral("ascii")));
+  word(*command, "FORMAT", raw_.format, Say::tr("Formato: %1").arg(QStringLiteral("ascii, dxf")));
   word(*command, "FILE", raw_.file, Say::tr("Arquivo de origem"));
   word(*command, "DB", raw_.dataBase, Say::tr("Banco de dados"));
   word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto e plano"));
   describeSource(*command);
+  describeDrawing(*command);
+  describeLabels(*command);
   option(*command, "--separator", "C", raw_.separator,
          Say::tr("Separador de campos: um caractere, tab, ou none (nenhum)"));
   flag(*command, "--dry-run", options_.dryRun, Say::tr("Lê e confere tudo, não guarda nada"));
@@ -342,6 +371,7 @@ std::optional<int> CommandLine::parse(int argc, char** argv) {
 void CommandLine::take() {
   takeNames();
   takeNumbers();
+  takeDrawing();
   takeAnswers();
 }
 
@@ -381,6 +411,23 @@ void CommandLine::takeNumbers() {
     if (*options_.scale <= 0.0) throw WrongUse(Say::tr("--scale: espera-se um número acima de zero"));
   }
   if (!raw_.size.empty()) options_.size = sizeOf(raw_.size);
+}
+
+void CommandLine::takeDrawing() {
+  if (!raw_.layers.empty()) options_.layers = fromWord(raw_.layers).split(QLatin1Char(','));
+  if (!raw_.move.empty()) takeMove(raw_.move, options_.placement);
+  if (!raw_.rotate.empty()) options_.placement.degrees = number(fromWord(raw_.rotate), "--rotate");
+  if (!raw_.scaleBy.empty()) {
+    options_.placement.scale = number(fromWord(raw_.scaleBy), "--scale-by");
+    if (options_.placement.scale == 0.0)
+      throw WrongUse(Say::tr("--scale-by: espera-se um número que não seja zero"));
+  }
+  options_.prefix = fromWord(raw_.prefix);
+  options_.suffix = fromWord(raw_.suffix);
+  options_.layerName = fromWord(raw_.layerName);
+  if (!raw_.valueKind.empty())
+    options_.valueKind =
+        static_cast<short>(1 + choice(raw_.valueKind, "--value-kind", {"letters", "digits", "both"}));
 }
 
 void CommandLine::takeAnswers() {
@@ -436,8 +483,11 @@ void CommandLine::checkFormat() const {
   }
   if (options_.model == NOTSPACIALMODEL && !isTable())
     throw WrongUse(Say::tr("--model nonspatial é de tabelas, não de planos"));
-  if (options_.append && !format->appends)
-    throw WrongUse(Say::tr("%1 não acrescenta a um arquivo existente").arg(options_.format));
+  const ExportKind* const kind = import ? nullptr : format->exportKind(options_.kind);
+  if (options_.append && (!format->appends || (kind != nullptr && !kind->appends)))
+    throw WrongUse(
+        Say::tr("%1 não acrescenta a um arquivo existente")
+            .arg(format->appends ? options_.format + QLatin1Char(' ') + options_.kind : options_.format));
   if (!options_.by.isEmpty() && !format->by.contains(options_.by))
     throw WrongUse(Say::tr("%1 não conhece --by %2").arg(options_.format, options_.by));
 }

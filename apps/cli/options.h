@@ -3,6 +3,7 @@
 
 #include <QSize>
 #include <QString>
+#include <QStringList>
 #include <optional>
 #include <vector>
 
@@ -23,6 +24,16 @@ struct ColumnType {
   QString name;
   short type;  ///< a FieldType
   short size;  ///< of a text; 0: as its longest value needs
+};
+
+/// What is done to the coordinates of a drawing: turned, then scaled, then moved.
+struct Placement {
+  double moveX = 0.0;  ///< metres, as the next
+  double moveY = 0.0;
+  double degrees = 0.0;  ///< counter-clockwise
+  double scale = 1.0;
+
+  bool isIdentity() const { return moveX == 0.0 && moveY == 0.0 && degrees == 0.0 && scale == 1.0; }
 };
 
 /// All that the command line says.
@@ -49,6 +60,12 @@ struct Options {
   QString key;  ///< the column of a delimited table that identifies rows
   std::vector<ColumnType> types;
   QSize size{1200, 900};
+  QStringList layers;  ///< of a drawing, those to import; empty: all
+  Placement placement;
+  QString prefix;       ///< labels of a drawing begin so
+  QString suffix;       ///< they end so
+  short valueKind = 0;  ///< they consist of letters (1), digits (2), letters and digits (3)
+  QString layerName;    ///< of a drawing that is written; empty: the layer's own
 
   bool quoted = false;     ///< clean a delimited table of quotes and the like
   bool keepTable = false;  ///< keep the section that a delimited table was converted to

@@ -22,7 +22,7 @@ const Format* firstFormat(Fits fits) {
 }  // namespace
 
 const std::vector<Format>& formats() {
-  static const std::vector<Format> all = {asciiFormat(), shapefileFormat(), csvFormat()};
+  static const std::vector<Format> all = {asciiFormat(), shapefileFormat(), csvFormat(), dxfFormat()};
   return all;
 }
 

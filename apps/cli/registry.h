@@ -73,6 +73,8 @@ struct ExportKind {
   int (*run)(const ExportContext& context, Vector& vector);
   /// For what is in no vector: then there is neither `source` nor `run`, and `present` is asked before.
   int (*runOnLayer)(const ExportContext& context) = nullptr;
+  /// Where the format adds to existing files: whether this kind does, too.
+  bool appends = true;
 };
 
 /// All that the import of a table needs, and that its export needs. Tables are those of categories: they have
@@ -138,6 +140,7 @@ const Format* formatOfContent(FileFormat content);
 Format asciiFormat();
 Format shapefileFormat();
 Format csvFormat();
+Format dxfFormat();
 
 /// The first representation of the layer among these kinds, or null.
 Vector* firstVector(InfoLayer& layer, std::initializer_list<short> kinds);

@@ -21,6 +21,7 @@ inline namespace kaldex_v1 {
 enum class TextForm {
   sections,        ///< ends with a line end
   delimitedTable,  ///< ends without one: it would make an empty row
+  drawing,         ///< as sections; its bytes stay, since it says itself what they mean
 };
 
 /// A text file in the form that handlers take: lines that end in a line feed, Latin-1, no byte-order mark, an
@@ -49,7 +50,7 @@ class KALDEX_API TextIntake {
 };
 
 /// The formats that are known by their content.
-enum class FileFormat { unknown, ascii, shapefile, geographicDatabase, delimitedTable };
+enum class FileFormat { unknown, ascii, shapefile, geographicDatabase, delimitedTable, drawing };
 
 /// What a file is, by its content. The description is for people.
 struct FileGuess {

@@ -77,11 +77,16 @@ class HeadLines {
   Bytes rest_;
 };
 
-bool isDxf(Bytes text) {
+constexpr Bytes kByteOrderMark("\xEF\xBB\xBF", 3);
+
+// A drawing begins with a section, or with its first entity.
+bool isDrawing(Bytes text) {
+  static constexpr Bytes kFirst[] = {"SECTION", "POINT", "LINE", "POLYLINE", "ARC", "CIRCLE", "INSERT"};
+  if (begins(text, kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   HeadLines lines(text);
   Bytes code, value;
   while (lines.next(code) && lines.next(value)) {
-    if (code == "0") return value == "SECTION";
+    if (code == "0") return std::find(std::begin(kFirst), std::end(kFirst), value) != std::end(kFirst);
     if (code != "999") return false;
   }
   return false;
@@ -113,7 +118,6 @@ bool isTable(Bytes text) {
 constexpr char kTable[] = QT_TRANSLATE_NOOP("QObject", "tabela de texto delimitado");
 
 const char* textDescription(Bytes text) {
-  if (isDxf(text)) return QT_TRANSLATE_NOOP("QObject", "desenho DXF");
   if (begins(text, "<?xml") || begins(text, "<kml")) {
     return text.find("<kml") != Bytes::npos ? QT_TRANSLATE_NOOP("QObject", "documento KML")
                                             : QT_TRANSLATE_NOOP("QObject", "documento XML");
@@ -172,6 +176,8 @@ FileGuess guessFile(const QString& path) {
   const FileGuess binary = guessBinary(path, bytes);
   if (!binary.description.isEmpty()) return binary;
 
+  // Before the sections of other texts: entities have names like theirs.
+  if (isDrawing(bytes)) return {FileFormat::drawing, QObject::tr("desenho DXF")};
   if (hasSections(path)) return {FileFormat::ascii, QObject::tr("arquivo ASCII do KALDEX")};
   if (std::find(bytes.begin(), bytes.end(), '\0') != bytes.end())
     return {FileFormat::unknown, QObject::tr("dados binários")};

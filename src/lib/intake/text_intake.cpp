@@ -3,6 +3,7 @@
 #include <QObject>
 #include <QTemporaryDir>
 #include <algorithm>
+#include <cstring>
 #include <optional>
 
 #include "base/companion_file.h"
@@ -29,8 +30,16 @@ struct StreamCloser {
   void operator()(FILE* stream) const { std::fclose(stream); }
 };
 
+constexpr char kBinaryDrawing[] = "AutoCAD Binary DXF";
+
+bool isBinaryDrawing(FileWindow& file) {
+  constexpr std::size_t size = sizeof kBinaryDrawing - 1;
+  const unsigned char* const head = file.view(0, size);
+  return head != nullptr && std::memcmp(head, kBinaryDrawing, size) == 0;
+}
+
 // The codec that has to be gone through, empty if the bytes are Latin-1 already or are to be taken for it.
-QByteArray codecOf(const TextSurvey& survey, const QByteArray& override) {
+QByteArray codecOf(const TextSurvey& survey, TextForm form, const QByteArray& override) {
   switch (survey.unicode) {
     case TextSurvey::Unicode::utf16Little:
       return "UTF-16LE";
@@ -39,7 +48,7 @@ QByteArray codecOf(const TextSurvey& survey, const QByteArray& override) {
     default:
       break;
   }
-  if (!survey.nonAscii) return QByteArray();
+  if (!survey.nonAscii || form == TextForm::drawing) return QByteArray();
   if (!override.isEmpty()) return override == kLatin1 ? QByteArray() : override;
   return survey.unicode == TextSurvey::Unicode::utf8 ? QByteArray("UTF-8") : QByteArray();
 }
@@ -48,8 +57,8 @@ QByteArray codecOf(const TextSurvey& survey, const QByteArray& override) {
 bool endNeedsMending(const TextSurvey& survey, TextForm form) {
   if (survey.size == survey.markLength) return false;
   if (survey.endsWithControlZ) return true;
-  return form == TextForm::sections ? !survey.endsWithLineFeed && !survey.endsWithEnd
-                                    : survey.endsWithLineFeed || survey.endsWithBlanks;
+  return form == TextForm::delimitedTable ? survey.endsWithLineFeed || survey.endsWithBlanks
+                                          : !survey.endsWithLineFeed && !survey.endsWithEnd;
 }
 
 void note(const QString& text) {
@@ -63,9 +72,9 @@ void tellMended(const LineMender& lines, TextForm form) {
     note(QObject::tr("Preparação: %1 finais de linha Mac convertidos.").arg(lines.macEnds()));
   if (lines.controlZDropped()) note(QObject::tr("Preparação: marca DOS de fim de arquivo retirada."));
   if (!lines.endMended()) return;
-  note(form == TextForm::sections
-           ? QObject::tr("Preparação: a última linha não tinha final; acrescentado.")
-           : QObject::tr("Preparação: final da última linha retirado, para não formar uma linha vazia."));
+  note(form == TextForm::delimitedTable
+           ? QObject::tr("Preparação: final da última linha retirado, para não formar uma linha vazia.")
+           : QObject::tr("Preparação: a última linha não tinha final; acrescentado."));
 }
 
 void tellLoss(const kaldex::Latin1Loss& loss) {
@@ -103,9 +112,15 @@ void TextIntake::Copy::prepare(TextForm form, const QString& encoding) {
     error = QObject::tr("Não foi possível ler o arquivo: ") + original;
     return;
   }
+  if (form == TextForm::drawing && isBinaryDrawing(file)) {
+    error = QObject::tr("O desenho está em DXF binário; só se lê o DXF de texto (ASCII): ") + original;
+    return;
+  }
   const TextSurvey survey = kaldex::surveyText(file);
-  const QByteArray codec = codecOf(survey, override);
-  if (JobReport* const report = JobReport::current()) {
+  const QByteArray codec = codecOf(survey, form, override);
+  JobReport* const report = JobReport::current();
+  // Whoever reads a drawing finds out, and tells, what its bytes mean.
+  if (report != nullptr && (form != TextForm::drawing || !codec.isEmpty())) {
     const QByteArray name = codec.isEmpty() ? QByteArray(kLatin1) : codec;
     const char* const reason = !override.isEmpty()                   ? kaldex::kEncodingFromOverride
                                : codec.isEmpty() && !survey.nonAscii ? kaldex::kEncodingByDefault
