@@ -546,9 +546,67 @@ def legacy_polygons():
     }
 
 
+DXF_JOBS = {"lines": 0, "breaks": 1, "samples": 2, "contours": 3, "classes": 4, "objects": 5, "texts": 6, "layers": 7}
+
+
+def dxf():
+    def pairs(text):
+        return "".join("\n".join(pair.partition(" ")[::2]) + "\n" for pair in text.split("|"))
+
+    def drawing(entities, before=""):
+        return before + pairs("0 SECTION|2 ENTITIES") + pairs(entities) + pairs("0 ENDSEC|0 EOF")
+
+    tables = pairs("0 SECTION|2 HEADER|9 $ACADVER|1 AC1009|9 $DWGCODEPAGE|3 ANSI_1251|0 ENDSEC|0 SECTION|2 TABLES|0 TABLE"
+                   "|2 LAYER|70 2|0 LAYER|2 0|62 7|0 LAYER|2 A|62 -3|0 ENDTAB|0 ENDSEC")
+    block = pairs("0 SECTION|2 BLOCKS|0 BLOCK|2 ENTITIES|0 LINE|8 A|10 1|20 1|11 2|21 2|0 ENDBLK|0 ENDSEC")
+    place = "10 500000|20 7000000"
+    line = f"0 LINE|8 A|{place}|30 5|11 500100|21 7000100|31 5"
+    vertices = f"0 VERTEX|8 A|{place}|30 5|0 VERTEX|8 A|10 500100|20 7000000|0 VERTEX|8 A|10 500100|20 7000100|70 16"
+    corners = "".join(f"|0 VERTEX|8 A|10 {x}|20 {y}|70 192" for x, y in ((1, 1), (2, 1), (2, 2), (1, 2)))
+    mesh = f"0 POLYLINE|8 A|70 64{corners}|0 VERTEX|8 A|10 0|20 0|70 128|71 -1|72 2|73 -3|74 4|0 SEQEND|8 A"
+    text = f"0 TEXT|8 A|{place}|40 2.5|1 Q%%d\\U+00E7|41 1|50 30"
+    cases = {
+        "line": ("lines", drawing(line, tables + block)), "line_breaks": ("breaks", drawing(line)),
+        "line_samples": ("samples", drawing(line)), "no_section": ("lines", pairs(f"{line}|0 EOF")),
+        "points": ("lines", drawing(f"0 POINT|8 A|{place}|0 INSERT|8 A|2 B|{place}|0 POINT|8 A|10 0|20 0")),
+        "points_heights": ("samples", drawing(f"0 POINT|8 A|{place}|30 5|0 POINT|8 A|38 7|{place}")),
+        "points_contours": ("contours", drawing(f"0 POINT|8 A|{place}|30 5")),
+        "polyline": ("lines", drawing(f"0 POLYLINE|8 A|66 1|70 1|{vertices}|0 SEQEND|8 A")),
+        "polyline_spline": ("lines", drawing(f"0 POLYLINE|8 A|70 9|{vertices}|70 32|0 SEQEND")),
+        "polyline_heights": ("samples", drawing(f"0 POLYLINE|8 A|30 7|{vertices}|0 SEQEND")),
+        "polyline_open_ended": ("lines", drawing(f"0 POLYLINE|8 A|{vertices}|{line}")),
+        "polyline_contours": ("contours", drawing(f"0 POLYLINE|8 A|{vertices}|0 SEQEND")),
+        "vertex_alone": ("lines", drawing(vertices)), "mesh": ("lines", drawing(mesh)),
+        "mesh_samples": ("samples", drawing(mesh)),
+        "mesh_astray": ("lines", drawing(mesh.replace("72 2", "72 2147483647").replace("71 -1", "71 -2147483648"))),
+        "arc": ("lines", drawing(f"0 ARC|8 A|{place}|40 10|50 350|51 10")),
+        "arc_endless": ("lines", drawing(f"0 ARC|8 A|{place}|40 10|50 0|51 1e18")),
+        "arc_no_number": ("lines", drawing(f"0 ARC|8 A|{place}|40 nan|50 nan|51 inf")),
+        "circle": ("lines", drawing(f"0 CIRCLE|8 A|{place}|40 10")),
+        "not_numbers": ("lines", drawing("0 LINE|8 A|10 nan|20 inf|11 1e999|21 x|0 POINT|8 A|10 1e308|20 1e308")),
+        "text": ("texts", drawing(text, tables)), "text_empty": ("texts", drawing(f"{text}|0 TEXT|8 A|10 1|20 1|1 ")),
+        "text_codes": ("texts", drawing(text.replace("Q", "%%u%%065%%%\\M+182A0\\U+D800\\U+"))),
+        "text_long": ("texts", drawing(text.replace("Q", "\x01x\x08"))), "labels": ("classes", drawing(text)),
+        "labels_objects": ("objects", drawing(f"{text}|0 ATTRIB|8 A|{place}|1 Q1")),
+        "layers": ("layers", drawing(line, tables)), "layers_cut": ("layers", tables[:-40]),
+        "layers_no_table": ("layers", pairs("0 SECTION|2 TABLES|0 ENDSEC") + drawing(f"{line}|0 LINE|8 B|0 LINE|8 0")),
+        "newer": ("lines", drawing(f"0 LWPOLYLINE|8 A|90 2|{place}|0 SPLINE|8 \\U+4E2D|0 HATCH|{place}|{line}")),
+        "comments": ("lines", "999\n\n999\nLINE\n" + drawing(line.replace("|", "|999 x|"))),
+        "blank_lines": ("lines", drawing(line).replace("\n", "\n\n")),
+        "blank_values": ("lines", pairs("0 SECTION|2 HEADER|9 $X|1 |0 ENDSEC") + drawing(line) + pairs("0 X|3 |300 ")),
+        "cut": ("lines", drawing(line)[:-12]), "code_only": ("lines", "0"), "no_codes": ("lines", "a\nb\nc\nd\n" * 9),
+    }
+    seeds = {}
+    for name, (job, content) in cases.items():
+        settings = FOREIGN if name in ("polyline", "text") else KILOMETRES if name == "circle" else METRES
+        seeds[name] = bytes([DXF_JOBS[job], settings, YES if "labels" in name else NO]) + content.encode("latin-1")
+    return seeds
+
+
 def main():
     root = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent / "seeds"
-    for make in (ascii_sections, csv, info_block, intake, shapefile, dbf, geometry_blob, projection_text, legacy_polygons):
+    for make in (ascii_sections, csv, info_block, intake, shapefile, dbf, geometry_blob, projection_text,
+                 legacy_polygons, dxf):
         folder = root / make.__name__
         folder.mkdir(parents=True, exist_ok=True)
         seeds = make()

@@ -7,6 +7,7 @@
 #include "base/strings.h"
 #include "base/text_output.h"
 #include "base/tracer.h"
+#include "kaldex/model/line.h"
 #include "lib/dxf/drawing_output.h"
 #include "lib/dxf/drawing_reader.h"
 #include "lib/dxf/layer_selection.h"
