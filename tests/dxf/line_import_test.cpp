@@ -233,7 +233,7 @@ TEST_F(DxfLines, SamplesOfOtherVectors) {
   EXPECT_EQ(vector->point3dCount(), 1);
   EXPECT_EQ(vector->lineCount(), 0);
   EXPECT_EQ(importSamples(drawing("0 POLYLINE|8 A|0 VERTEX|8 A|10 1|20 1|0 SEQEND"), vectorContours), 0);
-  EXPECT_EQ(messages.take(), "Arquivo INCONSISTENTE!in.dxf - linha 16");
+  EXPECT_EQ(messages.take(), "Arquivo INCONSISTENTE!in.dxf - linha 18");
   EXPECT_EQ(handler(into)->ImportSamples(into->vector(vectorTin, true), nullptr), 0);
   EXPECT_EQ(messages.take(), "Erro associado com uma restrição lógica!No SAMPLES in Vector");
 }

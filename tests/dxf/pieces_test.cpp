@@ -111,10 +111,10 @@ TEST(DrawingText, CodesAndEncodings) {
     QByteArray bytes;
     QString expected;
   } cases[] = {
-      {latin, "45%%d %%P0.1 %%c12 %%%%%d", "45\u00B0 \u00B10.1 \u230012 %%d"},
+      {latin, "45%%d %%P0.1 %%c12 %%%%d", "45\u00B0 \u00B10.1 \u230012 %%d"},
       {latin, "%%uunder%%U %%oover%%o %%065 %%06 %%x 100%", "under over A %%06 %%x 100%"},
       {latin, "a\\U+00E7a \\u+4E2d \\U+12 \\U+0000", "a\u00E7a \u4E2D \\U+12 \\U+0000"},
-      {latin, "\\M+182A0 \\M+9ABCD", "\uFF21 \\M+9ABCD"},
+      {latin, "\\M+182A0 \\M+9ABCD", "\u3042 \\M+9ABCD"},
       {latin, "a\xE7\xE3o", "a\u00E7\u00E3o"},
       {latin, "a\xC3\xA7", "a\u00E7"},
       {cyrillic, "\xCF\xEB\xE0\xED", "\u041F\u043B\u0430\u043D"},

@@ -51,7 +51,7 @@ TEST_F(DxfTexts, Ends) {
       import(drawing("0 TEXT|8 A|10 1|20 2|1 a|0 TEXT|8 A|10 1|20 2|1  |0 TEXT|8 A|10 1|20 2|1 c"), texts),
       1);
   EXPECT_EQ(texts.Size(), 1);
-  EXPECT_TRUE(report.notes.join(' ').contains("linha 22"));
+  EXPECT_TRUE(report.notes.join(' ').contains("linha 24"));
   EXPECT_EQ(import(drawing("0 TEXT|8 A|10 1|20 2|1 "), texts), 0);
   EXPECT_EQ(messages.take(), "Arquivo INCONSISTENTE!in.dxf - layer vazio A");
   EXPECT_EQ(import(pairs("0 SECTION|2 ENTITIES|0 TEXT|8 A|10 1|20 2|1 a"), texts), 0);
