@@ -14,6 +14,8 @@ void informOfShapefile(const Options& options);
 void informOfAscii(const Options& options);
 /// Layers of a drawing with their colours and what they hold; the exit code.
 int informOfDrawing(const Options& options);
+void informOfKml(const Options& options);
+void informOfUngenerate(const Options& options);
 /// A file of which no more is known than what it seems to be.
 void informOfOther(const Options& options, const QString& description);
 

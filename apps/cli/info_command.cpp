@@ -29,6 +29,12 @@ int runInfo(const Options& options) {
     case FileFormat::ascii:
       informOfAscii(options);
       break;
+    case FileFormat::kml:
+      informOfKml(options);
+      break;
+    case FileFormat::ungenerate:
+      informOfUngenerate(options);
+      break;
     default:
       informOfOther(options, guess.description);
   }

@@ -259,7 +259,7 @@ void CommandLine::describeExport() {
   word(
       *command, "KIND", raw_.kind,
       Say::tr("O que exportar: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, "
-              "labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns"));
+              "labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns; all (kml)"));
   word(*command, "DB", raw_.dataBase, Say::tr("Banco de dados"));
   word(*command, "PROJECT/LAYER", raw_.place, Say::tr("Projeto e plano, ou a categoria de uma tabela"));
   word(*command, "FILE", raw_.file, Say::tr("Arquivo de destino"));
@@ -287,7 +287,7 @@ void CommandLine::describeConvert() {
                                        Say::tr("Converte um arquivo, por um banco de dados temporário"));
   word(*command, "IN", raw_.file, Say::tr("Arquivo de origem"));
   word(*command, "OUT", raw_.output,
-       Say::tr("Arquivo de destino; seu nome diz o formato (.shp, .kdx, .txt, .dxf, .gpkg)"));
+       Say::tr("Arquivo de destino; seu nome diz o formato (.shp, .kdx, .txt, .dxf, .gen, .kml, .kmz, .gpkg)"));
   option(*command, "--kind", "KIND", raw_.kind,
          Say::tr("O que converter, se há mais de um tipo: lines, polygons, ..."));
   describeTarget(*command);

@@ -22,7 +22,8 @@ const Format* firstFormat(Fits fits) {
 }  // namespace
 
 const std::vector<Format>& formats() {
-  static const std::vector<Format> all = {asciiFormat(), shapefileFormat(), csvFormat(), dxfFormat()};
+  static const std::vector<Format> all = {asciiFormat(), shapefileFormat(), csvFormat(), dxfFormat(),
+                                          arcinfoFormat(), kmlFormat()};
   return all;
 }
 

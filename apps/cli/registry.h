@@ -141,6 +141,8 @@ Format asciiFormat();
 Format shapefileFormat();
 Format csvFormat();
 Format dxfFormat();
+Format arcinfoFormat();
+Format kmlFormat();
 
 /// The first representation of the layer among these kinds, or null.
 Vector* firstVector(InfoLayer& layer, std::initializer_list<short> kinds);

@@ -50,7 +50,16 @@ class KALDEX_API TextIntake {
 };
 
 /// The formats that are known by their content.
-enum class FileFormat { unknown, ascii, shapefile, geographicDatabase, delimitedTable, drawing };
+enum class FileFormat {
+  unknown,
+  ascii,
+  shapefile,
+  geographicDatabase,
+  delimitedTable,
+  drawing,
+  kml,
+  ungenerate
+};
 
 /// What a file is, by its content. The description is for people.
 struct FileGuess {

@@ -31,8 +31,10 @@ const std::vector<Folder>& folders() {
       {"src/model/report/", {"model/report/", "kaldex/model/", "base/"}, {"QtCore"}},
       // The model knows no file format.
       {"src/model/", {"model/", "kaldex/model/", "base/"}, {"QtCore", "QtSql"}},
+      // A document library knows the geometry that it hands out, and no format's handler.
+      {"src/ogckml/", {"ogckml/", "kaldex/model/", "base/"}, {"QtCore"}},
       // The formats know the model by its headers only.
-      {"src/lib/", {"lib/", "kaldex/", "base/"}, {"QtCore"}},
+      {"src/lib/", {"lib/", "ogckml/", "kaldex/", "base/"}, {"QtCore"}},
       {"apps/", {"cli/", "desktop/", "lib/", "kaldex/", "base/"}, {"QtCore", "QtGui", "QtWidgets"}},
   };
   return all;
@@ -49,7 +51,7 @@ struct Hidden {
 const Hidden kHidden[] = {
     {"sqlite3", "src/model/"}, {"proj", "src/model/projection/"},
     {"geos", "src/model/"},    {"shapefil.h", "src/lib/shapefile/"},
-    {"CLI/", "apps/cli/"},
+    {"CLI/", "apps/cli/"},     {"zip.h", "src/ogckml/"},
 };
 
 /// Modules of exported headers that aren't named like their module.

@@ -29,6 +29,7 @@ IEAsc::LineExport::LineExport(IEAsc& handler, Vector& vector, bool onlyUsedClass
     : handler_(handler),
       vector_(vector),
       filter_(onlyUsedClasses, handler.dataBase, handler.infoLayer),
+      lineFilter_(filter_, vector),
       writer_(handler),
       progress_(stepsOf(vector.lineCount() + vector.polygonCount())) {}
 
@@ -79,7 +80,7 @@ int IEAsc::LineExport::exportLines() {
     // In front of the class test: the record of a line that is left out stands in the file without
     // coordinates.
     if (network) writeNetworkRecord(line);
-    const bool wanted = passes(line);
+    const bool wanted = lineFilter_.passes(line);
     filtered_ += wanted ? 0 : 1;
     return wanted;
   }));
@@ -102,25 +103,6 @@ void IEAsc::LineExport::writeNetworkRecord(const Line& line) {
     out.append("   ");
     out.appendFixed(static_cast<double>(value), kNetworkDecimals);
   }
-}
-
-bool IEAsc::LineExport::passes(const Line& line) {
-  if (filter_.passes(line.classId)) return true;
-  return polygonPasses(line.leftPolygon) || polygonPasses(line.rightPolygon);
-}
-
-// A polygon bounds several lines, so its answer is kept.
-bool IEAsc::LineExport::polygonPasses(int id) {
-  PolygonSet* const polygons = vector_.polygonSet();
-  if (id <= 0 || polygons == nullptr) return false;
-  const auto place = static_cast<std::size_t>(id);
-  if (place >= polygonVerdicts_.size()) polygonVerdicts_.resize(place + 1, Verdict::unknown);
-  Verdict& verdict = polygonVerdicts_[place];
-  if (verdict == Verdict::unknown) {
-    const std::unique_ptr<SPolygon> polygon(polygons->Get(id));
-    verdict = polygon != nullptr && filter_.passes(polygon->classId) ? Verdict::passes : Verdict::fails;
-  }
-  return verdict == Verdict::passes;
 }
 
 // --- Contours ---

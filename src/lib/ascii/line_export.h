@@ -1,11 +1,9 @@
 #ifndef KALDEX_ASCII_LINE_EXPORT_H
 #define KALDEX_ASCII_LINE_EXPORT_H
 
-#include <vector>
-
 #include "kaldex/model/vector.h"
 #include "lib/ascii/section_writer.h"
-#include "lib/frame/class_filter.h"
+#include "lib/frame/line_class_filter.h"
 #include "lib/frame/progress_scope.h"
 
 inline namespace kaldex_v1 {
@@ -31,22 +29,18 @@ class IEAsc::LineExport {
 
   void writeNetworkComments();
   void writeNetworkRecord(const Line& line);
-  bool passes(const Line& line);
-  bool polygonPasses(int id);
 
   bool writePolygons();
   void writeOutline(SPolygon& polygon);
   void writeSonsOfOtherClasses(SPolygon& polygon);
   bool isLoose(const Line& line) const;
 
-  enum class Verdict : signed char { unknown, passes, fails };
-
   IEAsc& handler_;
   Vector& vector_;
   kaldex::ClassFilter filter_;
+  kaldex::LineClassFilter lineFilter_;
   SectionWriter writer_;
   kaldex::ProgressScope progress_;
-  std::vector<Verdict> polygonVerdicts_;
   long long linesRead_ = 0;
   long long linesWritten_ = 0;
   long long polygonsRead_ = 0;

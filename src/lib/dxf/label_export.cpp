@@ -140,7 +140,7 @@ int IEDXF::LabelExport::exportObjects() {
     if (!wantsMore()) break;
     progress_.step();
     KaldexObject object;
-    if (objects.find(*anchor, object)) writeAnchor(*anchor, object.label.trimmed());
+    if (objects.find(anchor->id, object)) writeAnchor(*anchor, object.label);
   }
   return finish();
 }

@@ -9,15 +9,19 @@ AnchorObjects::AnchorObjects(DataBase* dataBase, InfoLayer* layer) : dataBase_(d
   enum Column { object, category, anchor };
   const auto rows = dataBase->selectRecords(table, QStringLiteral("*"), QString(), QString(), QString());
   for (; !rows->atEnd(); rows->next()) {
-    keys_[rows->integer(anchor)] = {rows->integer(object), rows->integer(category)};
+    objects_[rows->integer(anchor)] = {rows->integer(object), rows->integer(category)};
   }
 }
 
-bool AnchorObjects::find(const Anchor& anchor, KaldexObject& object) const {
-  const auto found = keys_.find(anchor.id);
-  if (found == keys_.end()) return false;
-  Category* const category = dataBase_->GetKaldexObjCategory().Select(found->second.category);
-  return category != nullptr && dataBase_->findObject(found->second.object, *category, object) != 0;
+bool AnchorObjects::find(int anchor, KaldexObject& object, Category** category) const {
+  const auto found = objects_.find(anchor);
+  if (found == objects_.end()) return false;
+  Category* const known = dataBase_->GetKaldexObjCategory().Select(found->second.category);
+  if (known == nullptr || dataBase_->findObject(found->second.object, *known, object) == 0) return false;
+  object.name = object.name.trimmed();
+  object.label = object.label.trimmed();
+  if (category != nullptr) *category = known;
+  return true;
 }
 
 }  // namespace kaldex

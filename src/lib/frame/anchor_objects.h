@@ -3,28 +3,29 @@
 
 #include <unordered_map>
 
-#include "kaldex/model/anchor.h"
-#include "kaldex/model/catalog.h"
 #include "kaldex/model/database.h"
 
 namespace kaldex {
 
-// Which object each anchor of a layer shows, by the layer's association table, read once.
+// Says which object of the database an anchor of a layer stands for, by the layer's association table.
 class AnchorObjects {
  public:
-  // Both are borrowed; without one of them no anchor has an object.
+  // Both are borrowed and may be null: then nothing is known.
   AnchorObjects(DataBase* dataBase, InfoLayer* layer);
 
-  // False for an anchor that the table doesn't have, or whose object is gone.
-  bool find(const Anchor& anchor, KaldexObject& object) const;
+  bool isEmpty() const { return objects_.empty(); }
+  // False when the anchor has none, or none that still exists. Name and label come without blanks around them.
+  // `category`, unless null, gets the object's.
+  bool find(int anchor, KaldexObject& object, Category** category = nullptr) const;
 
  private:
   struct Key {
     int object;
     int category;
   };
+
   DataBase* dataBase_;
-  std::unordered_map<int, Key> keys_;
+  std::unordered_map<int, Key> objects_;  // by anchor
 };
 
 }  // namespace kaldex

@@ -8,6 +8,7 @@
 #include "base/byte_order.h"
 #include "base/companion_file.h"
 #include "base/file_window.h"
+#include "base/number_text.h"
 #include "kaldex/intake.h"
 #include "lib/intake/text_survey.h"
 
@@ -41,7 +42,7 @@ const Signature kSignatures[] = {
     {0, Bytes("\xFF\x4F\xFF\x51", 4), QT_TRANSLATE_NOOP("QObject", "imagem JPEG 2000")},
     {0, Bytes("GIF8"), QT_TRANSLATE_NOOP("QObject", "imagem GIF")},
     {0, Bytes("%PDF"), QT_TRANSLATE_NOOP("QObject", "documento PDF")},
-    {0, Bytes("PK\x03\x04"), QT_TRANSLATE_NOOP("QObject", "arquivo ZIP (talvez KMZ)")},
+    {0, Bytes("PK\x03\x04"), QT_TRANSLATE_NOOP("QObject", "arquivo ZIP")},
     {0, Bytes("\x1F\x8B", 2), QT_TRANSLATE_NOOP("QObject", "arquivo comprimido gzip")},
     {0, Bytes("AutoCAD Binary DXF"), QT_TRANSLATE_NOOP("QObject", "desenho DXF binário")},
     {0, Bytes("AC10"), QT_TRANSLATE_NOOP("QObject", "desenho DWG")},
@@ -92,6 +93,59 @@ bool isDrawing(Bytes text) {
   return false;
 }
 
+// How many numbers a line consists of; 0 when anything else stands in it.
+int numbersIn(Bytes line) {
+  kaldex::TextScan scan(line);
+  double value = 0.0;
+  int count = 0;
+  while (scan.read(value)) ++count;
+  return scan.atEnd() ? count : 0;
+}
+
+bool isIdentifier(Bytes word) {
+  return !word.empty() && word.find_first_not_of("0123456789") == Bytes::npos;
+}
+
+// Lines: an identifier by itself, then pairs or triples. Points: an identifier in front of each. `tail` is the
+// end of the file, which is an "END".
+bool isUngenerate(Bytes text, Bytes tail) {
+  const std::size_t last = tail.find_last_not_of(" \t\r\n");
+  if (last == Bytes::npos || last < 3 || tail.substr(last - 2, 3) != "END") return false;
+  if (tail[last - 3] != '\n' && tail[last - 3] != '\r') return false;
+  HeadLines lines(text);
+  Bytes first, second;
+  if (!lines.next(first) || !lines.next(second)) return false;
+  if (!isIdentifier(first.substr(0, first.find_first_of(" \t")))) return false;
+  const int ahead = numbersIn(first);
+  if (ahead > 1) return ahead <= 4 && ahead >= 3 && (second == "END" || numbersIn(second) == ahead);
+  const int numbers = numbersIn(second);
+  return numbers == 2 || numbers == 3;
+}
+
+// The first entry of the archive is a document, as these files have it.
+bool isKmz(const QString& path, Bytes head) {
+  constexpr std::size_t nameLength = 26;
+  constexpr std::size_t name = 30;
+  if (path.endsWith(QLatin1String(".kmz"), Qt::CaseInsensitive)) return true;
+  if (head.size() < name) return false;
+  const Bytes entry = head.substr(name, kaldex::loadLittle<std::uint16_t>(head.data() + nameLength));
+  return entry.size() > 4 && entry.substr(entry.size() - 4) == ".kml";
+}
+
+Bytes withoutMark(Bytes text) {
+  if (begins(text, "\xEF\xBB\xBF")) text.remove_prefix(3);
+  const std::size_t first = text.find_first_not_of(" \t\r\n");
+  return first != Bytes::npos ? text.substr(first) : Bytes();
+}
+
+// The root's name may have a prefix, and some programs write no more than what stands in it.
+bool isKml(Bytes text) {
+  text = withoutMark(text);
+  if (!begins(text, "<")) return false;
+  return text.find("<kml") != Bytes::npos || text.find(":kml") != Bytes::npos ||
+         text.find("<Placemark") != Bytes::npos;
+}
+
 bool isAsciiGrid(Bytes text) {
   return begins(text, "ncols") || begins(text, "NCOLS");
 }
@@ -118,10 +172,7 @@ bool isTable(Bytes text) {
 constexpr char kTable[] = QT_TRANSLATE_NOOP("QObject", "tabela de texto delimitado");
 
 const char* textDescription(Bytes text) {
-  if (begins(text, "<?xml") || begins(text, "<kml")) {
-    return text.find("<kml") != Bytes::npos ? QT_TRANSLATE_NOOP("QObject", "documento KML")
-                                            : QT_TRANSLATE_NOOP("QObject", "documento XML");
-  }
+  if (begins(withoutMark(text), "<?xml")) return QT_TRANSLATE_NOOP("QObject", "documento XML");
   if (begins(text, "{")) return QT_TRANSLATE_NOOP("QObject", "texto JSON");
   if (isAsciiGrid(text)) return QT_TRANSLATE_NOOP("QObject", "grade em texto");
   return isTable(text) ? kTable : QT_TRANSLATE_NOOP("QObject", "texto");
@@ -144,6 +195,8 @@ FileGuess guessBinary(const QString& path, Bytes head) {
     if (!geoPackage) return {FileFormat::unknown, QObject::tr("banco de dados SQLite")};
     return {FileFormat::geographicDatabase, QObject::tr("banco de dados geográfico (GeoPackage)")};
   }
+  if (begins(head, "PK\x03\x04") && isKmz(path, head))
+    return {FileFormat::kml, QObject::tr("documento KML comprimido (KMZ)")};
   for (const Signature& signature : kSignatures) {
     if (head.size() >= signature.offset && begins(head.substr(signature.offset), signature.bytes))
       return {FileFormat::unknown, QObject::tr(signature.description)};
@@ -162,6 +215,14 @@ bool hasSections(const QString& path) {
   return text.isCopy() && !AsciiOutline(text.path()).sections().empty();
 }
 
+// The last bytes, as far as they say how a text ends; valid until the file is looked at again.
+Bytes tailOf(FileWindow& file) {
+  const std::uint64_t count = std::min<std::uint64_t>(64, file.size());
+  const unsigned char* const view = file.view(file.size() - count, static_cast<std::size_t>(count));
+  return view != nullptr ? Bytes(reinterpret_cast<const char*>(view), static_cast<std::size_t>(count))
+                         : Bytes();
+}
+
 }  // namespace
 
 FileGuess guessFile(const QString& path) {
@@ -176,11 +237,14 @@ FileGuess guessFile(const QString& path) {
   const FileGuess binary = guessBinary(path, bytes);
   if (!binary.description.isEmpty()) return binary;
 
+  if (isKml(bytes)) return {FileFormat::kml, QObject::tr("documento KML")};
   // Before the sections of other texts: entities have names like theirs.
   if (isDrawing(bytes)) return {FileFormat::drawing, QObject::tr("desenho DXF")};
   if (hasSections(path)) return {FileFormat::ascii, QObject::tr("arquivo ASCII do KALDEX")};
   if (std::find(bytes.begin(), bytes.end(), '\0') != bytes.end())
     return {FileFormat::unknown, QObject::tr("dados binários")};
+  if (isUngenerate(bytes, tailOf(file)))
+    return {FileFormat::ungenerate, QObject::tr("linhas ou pontos do ArcInfo (ungenerate)")};
   const char* const description = textDescription(bytes);
   const bool table = std::strcmp(description, kTable) == 0;
   return {table ? FileFormat::delimitedTable : FileFormat::unknown, QObject::tr(description)};

@@ -1,0 +1,91 @@
+#include <QFileInfo>
+#include <QObject>
+#include <cstring>
+
+#include "base/companion_file.h"
+#include "base/tracer.h"
+#include "kaldex/kml.h"
+#include "lib/frame/shield.h"
+#include "lib/kml/document_walk.h"
+#include "ogckml/xml_decoder.h"
+
+inline namespace kaldex_v1 {
+
+using namespace KdxOgc;
+
+KmlOutline::KmlOutline(const QString& path)
+    : path_(QFileInfo(path).absoluteFilePath()), extent_(Box::inverted()) {
+  const Tracer tracer(__FILE__, __LINE__, "KmlOutline::KmlOutline");
+  const bool good = kaldex::shielded([this] {
+    auto document = std::make_unique<OgKMLDocument>();
+    SXMLDecoderQt decoder;
+    decoder.setPath(kaldex::pathBytes(path_).toStdString());
+    if (document->decode(decoder)) {
+      document_ = std::move(document);
+      survey();
+    } else if (decoder.errorLine() > 0) {
+      error_ = QObject::tr("%1 (linha %2, coluna %3)")
+                   .arg(decoder.error())
+                   .arg(decoder.errorLine())
+                   .arg(decoder.errorColumn());
+    } else {
+      error_ = decoder.error();
+    }
+  });
+  if (!good) error_ = QObject::tr("O documento não pôde ser lido");
+}
+
+KmlOutline::~KmlOutline() = default;
+
+namespace {
+
+void extend(Box& box, const OgKMLPositions& positions) {
+  if (!positions.areGeographic()) return;
+  const double* const pairs = positions.data();
+  for (int i = 0; i < positions.size(); ++i) box.extend(pairs[2 * i], pairs[2 * i + 1]);
+}
+
+// Programs put the name onto the document in the file, or onto the only folder.
+std::string_view nameOf(const OgKMLDocument& document) {
+  const OgKMLAbstractContainer* container = &document;
+  while (container->name().empty() && container->features().size() == 1) {
+    container = dynamic_cast<const OgKMLAbstractContainer*>(container->features().front());
+    if (container == nullptr) return {};
+  }
+  return container->name();
+}
+
+}  // namespace
+
+void KmlOutline::survey() {
+  const std::string_view name = nameOf(*document_);
+  name_ = QString::fromUtf8(name.data(), static_cast<int>(name.size()));
+  const auto take = [this](const OgKMLAbstractGeometry& geometry) {
+    if (const auto* const point = dynamic_cast<const OgKMLPoint*>(&geometry)) {
+      ++points_;
+      OgKMLPositions position;
+      const double pair[] = {point->place().x, point->place().y};
+      position.assign(pair, 1);
+      extend(extent_, position);
+    } else if (const auto* const polygon = dynamic_cast<const OgKMLPolygon*>(&geometry)) {
+      ++polygons_;
+      extend(extent_, polygon->outer);
+      for (const OgKMLPositions& ring : polygon->inner) extend(extent_, ring);
+    } else if (std::strcmp(geometry.typeName(), "LineString") == 0) {
+      ++lines_;
+      extend(extent_, static_cast<const OgKMLLineString&>(geometry).positions);
+    }
+  };
+  std::string_view last;
+  kaldex::walkPlacemarks(*document_, [&](const OgKMLPlacemark& placemark) {
+    placemark.eachDatum([&](std::string_view key, std::string_view) {
+      const QString text = QString::fromUtf8(key.data(), static_cast<int>(key.size()));
+      if (key != last && !dataNames_.contains(text)) dataNames_ << text;
+      last = key;
+    });
+    kaldex::walkGeometries(placemark, take);
+    return true;
+  });
+}
+
+}  // namespace kaldex_v1

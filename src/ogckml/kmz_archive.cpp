@@ -1,0 +1,134 @@
+#include "ogckml/kmz_archive.h"
+
+#include <zip.h>
+
+#include <QObject>
+#include <cstdio>
+#include <cstring>
+#include <string_view>
+
+namespace kaldex {
+
+namespace {
+
+// Documents are packed to a fifth or a tenth; an archive that unpacks to more than this has no map in it.
+constexpr std::uint64_t kAlwaysTaken = 64u << 20;
+constexpr std::uint64_t kMostUnpacked = 250;  // times the packed size
+constexpr zip_uint64_t kMostEntries = 1u << 20;
+constexpr char kDocumentName[] = "doc.kml";
+
+bool endsInKml(std::string_view name) {
+  constexpr std::string_view ending = ".kml";
+  if (name.size() < ending.size()) return false;
+  name.remove_prefix(name.size() - ending.size());
+  for (std::size_t i = 0; i < ending.size(); ++i) {
+    const char c = name[i];
+    if ((c >= 'A' && c <= 'Z' ? static_cast<char>(c + ('a' - 'A')) : c) != ending[i]) return false;
+  }
+  return true;
+}
+
+QString textOf(zip_error_t& error) {
+  const QString text = QString::fromLocal8Bit(zip_error_strerror(&error));
+  zip_error_fini(&error);
+  return text;
+}
+
+QString textOf(int code) {
+  zip_error_t error;
+  zip_error_init_with_code(&error, code);
+  return textOf(error);
+}
+
+}  // namespace
+
+// Ends the use of what libzip handed out; a changed archive is left as it was.
+struct ZipEnd {
+  void operator()(zip_t* archive) const { zip_discard(archive); }
+  void operator()(zip_file_t* file) const { zip_fclose(file); }
+};
+
+struct KmzReader::Handles {
+  std::unique_ptr<zip_t, ZipEnd> archive;
+  std::unique_ptr<zip_file_t, ZipEnd> file;  // goes first
+};
+
+KmzReader::KmzReader() : handles_(std::make_unique<Handles>()) {}
+KmzReader::~KmzReader() = default;
+
+bool KmzReader::isArchive(const std::string& path) {
+  FILE* const file = std::fopen(path.c_str(), "rb");
+  if (file == nullptr) return false;
+  char head[4] = {};
+  const std::size_t size = std::fread(head, 1, sizeof head, file);
+  std::fclose(file);
+  return size == sizeof head && std::memcmp(head, "PK\x03\x04", sizeof head) == 0;
+}
+
+bool KmzReader::fail(const QString& why) {
+  error_ = why;
+  return false;
+}
+
+bool KmzReader::open(const std::string& path) {
+  int code = 0;
+  handles_->archive.reset(zip_open(path.c_str(), ZIP_RDONLY, &code));
+  if (handles_->archive == nullptr) return fail(textOf(code));
+  const long long document = findDocument();
+  if (document < 0) return fail(QObject::tr("O arquivo ZIP não contém um documento KML"));
+  const auto entry = static_cast<zip_uint64_t>(document);
+  zip_stat_t status;
+  zip_stat_init(&status);
+  zip_stat_index(handles_->archive.get(), entry, 0, &status);
+  packed_ = (status.valid & ZIP_STAT_COMP_SIZE) != 0 ? status.comp_size : 0;
+  handles_->file.reset(zip_fopen_index(handles_->archive.get(), entry, 0));
+  return handles_->file != nullptr || fail(QString::fromLocal8Bit(zip_strerror(handles_->archive.get())));
+}
+
+long long KmzReader::findDocument() const {
+  const zip_int64_t count = zip_get_num_entries(handles_->archive.get(), 0);
+  long long anywhere = -1;
+  for (zip_int64_t i = 0; i < count && static_cast<zip_uint64_t>(i) < kMostEntries; ++i) {
+    const char* const name =
+        zip_get_name(handles_->archive.get(), static_cast<zip_uint64_t>(i), ZIP_FL_ENC_GUESS);
+    if (name == nullptr || !endsInKml(name)) continue;
+    if (std::strchr(name, '/') == nullptr) return i;
+    if (anywhere < 0) anywhere = i;
+  }
+  return anywhere;
+}
+
+long long KmzReader::read(char* to, std::size_t count) {
+  const zip_int64_t size = zip_fread(handles_->file.get(), to, count);
+  if (size < 0) {
+    fail(QString::fromLocal8Bit(zip_file_strerror(handles_->file.get())));
+    return -1;
+  }
+  unpacked_ += static_cast<std::uint64_t>(size);
+  if (unpacked_ > kAlwaysTaken && unpacked_ / kMostUnpacked > packed_) {
+    fail(QObject::tr("O arquivo ZIP se expande mais do que um documento pode"));
+    return -1;
+  }
+  return size;
+}
+
+bool writeKmz(const std::string& path, const std::string& documentPath, QString& error) {
+  int code = 0;
+  std::unique_ptr<zip_t, ZipEnd> archive(zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, &code));
+  if (archive == nullptr) {
+    error = textOf(code);
+    return false;
+  }
+  zip_source_t* const source = zip_source_file(archive.get(), documentPath.c_str(), 0, -1);
+  const bool added =
+      source != nullptr && zip_file_add(archive.get(), kDocumentName, source, ZIP_FL_ENC_UTF_8) >= 0;
+  if (source != nullptr && !added) zip_source_free(source);
+  if (!added || zip_close(archive.get()) != 0) {
+    error = QString::fromLocal8Bit(zip_strerror(archive.get()));
+    return false;
+  }
+  static_cast<void>(archive.release());  // closed
+  return true;
+}
+
+}  // namespace kaldex
