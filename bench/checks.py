@@ -99,3 +99,15 @@ def bound_objects(path, expected):
     found = numbers(path, f"SELECT count(DISTINCT GANCHORID) FROM GA000001 WHERE CATEGORIA = {category}")[0]
     if found != expected:
         raise JobFailed(f"{path.name}: {found} objects have their place, {expected} expected")
+
+
+def occurrences(path, word, expected):
+    """How often these bytes stand in the file."""
+    found, tail = 0, b""
+    with open(path, "rb") as file:
+        while block := file.read(1 << 20):
+            block = tail + block
+            found += block.count(word)
+            tail = block[len(block) - len(word) + 1:]
+    if found != expected:
+        raise JobFailed(f"{path.name}: {found} times {word.decode()}, {expected} expected")

@@ -268,5 +268,42 @@ def scaling_jobs():
                         checks.bound_objects)]
 
 
+# The peer has two drivers of KML, and this is the faster of them for either direction.
+KML_DRIVER = ["--config", "OGR_SKIP", "LIBKML"]
+
+
+def kml_database(context, target, crs):
+    return [[context.kaldex, "init", target],
+            [context.kaldex, "import", "kml", "lines", context.data / "placemarks.kml", target, "bench/marks",
+             "--crs", crs, "--yes", "--quiet"]]
+
+
+def foreign_jobs():
+    """Documents have half as many features as the other files: a KML document is held in memory by its handler."""
+    ours = ("ours-marks.gpkg", lambda context, target: kml_database(context, target, CRS))
+    peer = ("peer-marks.gpkg", lambda context, target: [
+        context.to_geopackage("placemarks.kml", target, "-nlt", "LINESTRING", "-t_srs", CRS, *KML_DRIVER)])
+    return [
+        Job("kml-in", "KML lines into a layer of longitudes and latitudes", 0.35, source("placemarks.kml"),
+            lambda c, folder: kml_database(c, folder / "out.gpkg", "EPSG:4326"),
+            lambda c, folder: [c.to_geopackage("placemarks.kml", folder / "out.gpkg", "-nlt", "LINESTRING", *KML_DRIVER)],
+            lambda c, folder: checks.geopackage(folder / "out.gpkg", ("LINE",), c.count // 2),
+            lambda c, folder: checks.geopackage(folder / "out.gpkg", ("LINE",), c.count // 2),
+            variants={"no index": NO_INDEX}),
+        Job("kml-out", "layer in UTM to KML lines", 0.40, prepared(ours[0], peer[0]),
+            lambda c, folder: c.export("kml", "lines", ours[0], "bench/marks", folder / "out.kml"),
+            lambda c, folder: [[c.peer, "-q", "-f", "KML", folder / "out.kml", c.prepared / peer[0], *KML_DRIVER]],
+            lambda c, folder: checks.occurrences(folder / "out.kml", b"<Placemark", c.count // 2),
+            lambda c, folder: checks.occurrences(folder / "out.kml", b"<Placemark", c.count // 2),
+            {"ours": ours, "peer": peer}),
+        Job("ungenerate-in", "ungenerate lines into a layer / CSV with WKT", 0.35,
+            lambda c, side: [c.data / ("lines.gen" if side == "ours" else "lines.csv")],
+            lambda c, folder: c.database(folder / "out.gpkg", "arcinfo", "lines", "lines.gen", "bench/lines",
+                                         "--model", "thematic"),
+            lambda c, folder: [c.to_geopackage("lines.csv", folder / "out.gpkg", *CSV_IN)],
+            geopackage("LINE"), geopackage("LINE"), variants={"no index": NO_INDEX}),
+    ]
+
+
 def all_jobs():
-    return import_jobs() + export_jobs() + text_jobs() + point_jobs() + table_jobs() + scaling_jobs()
+    return import_jobs() + export_jobs() + text_jobs() + point_jobs() + table_jobs() + scaling_jobs() + foreign_jobs()

@@ -253,6 +253,62 @@ void makePolygons(const Options& options) {
   std::printf("%d polygons, %d of them with a hole\n", options.count, holes);
 }
 
+// The same lines as ungenerate records, and half as many placemarks with names and data.
+
+class UngenerateLines {
+ public:
+  explicit UngenerateLines(const std::filesystem::path& path) : file_(path) {}
+
+  void write(int number, const Vertices& line) {
+    file_ << number << "\n";
+    for (std::size_t i = 0; i < line.x.size(); ++i) file_ << line.x[i] << "  " << line.y[i] << "\n";
+    file_ << "END\n";
+  }
+
+  void close() {
+    file_ << "END\n";
+    file_.close();
+  }
+
+ private:
+  TextFile file_;
+};
+
+void makeUngenerate(const Options& options) {
+  Random random(options.seed);
+  LineMaker maker(options, random);
+  UngenerateLines lines(options.folder / "lines.gen");
+  Vertices line;
+  for (int i = 0; i < options.count; ++i) {
+    maker.make(i, line);
+    lines.write(i + 1, line);
+  }
+  lines.close();
+}
+
+void makePlacemarks(const Options& options) {
+  constexpr double west = -46.5, south = -24.0, side = 2.0, longest = 0.0004;  // degrees
+  Random random(options.seed + 2);
+  TextFile file(options.folder / "placemarks.kml");
+  file << "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<kml xmlns=\"http://www.opengis.net/kml/2.2\">\n"
+          "<Document><name>marks</name>\n";
+  for (int i = 0; i < options.count / 2; ++i) {
+    file << "<Placemark><name>" << streetName(i) << "</name><ExtendedData><Data name=\"CODIGO\"><value>"
+         << i + 1 << "</value></Data><Data name=\"MUNICIPIO\"><value>" << townName(i)
+         << "</value></Data></ExtendedData><LineString><coordinates>";
+    double x = west + random.between(0, side);
+    double y = south + random.between(0, side);
+    for (int vertex = 0; vertex < options.vertices; ++vertex) {
+      file << x << "," << y << ",0 ";
+      x += random.between(-longest, longest);
+      y += random.between(-longest, longest);
+    }
+    file << "</coordinates></LineString></Placemark>\n";
+  }
+  file << "</Document></kml>\n";
+  file.close();
+}
+
 struct Part {
   std::string_view name;
   void (*make)(const Options&);
@@ -262,7 +318,9 @@ constexpr Part kParts[] = {{"lines", makeLines},
                            {"polygons", makePolygons},
                            {"samples", makeSamples},
                            {"points", makePoints},
-                           {"rows", makeRows}};
+                           {"rows", makeRows},
+                           {"ungenerate", makeUngenerate},
+                           {"placemarks", makePlacemarks}};
 
 // What was made, so that a comparison knows whether the data that it finds is the data that it wants.
 void writeStamp(const Options& options) {

@@ -6,9 +6,11 @@
 The form of the inputs is told at the head of each target's source.
 """
 
+import io
 import pathlib
 import struct
 import sys
+import zipfile
 
 # --- ASCII -----------------------------------------------------------------------------------------------------------
 
@@ -603,10 +605,75 @@ def dxf():
     return seeds
 
 
+def ungenerate():
+    lines, breaks, samples, contours, labels = range(5)
+    pairs = "1\n500000.5 7000000\n500100 7000050.25\nEND\n2 rio\n1 2\n3 4\nEND\nEND\n"
+    triples = "1\n500000.5 7000000 100\n500100 7000050.25 100\nEND\nEND\n"
+    points = "1  500000 7000000 612.5\n2  500001 7000001 -1e3\nEND\n"
+    cases = {
+        "lines": (lines, METRES, pairs), "lines_in_km": (lines, KILOMETRES, pairs), "breaks": (breaks, METRES, pairs),
+        "lines_of_other_datum": (lines, FOREIGN, pairs), "lines_in_degrees": (lines, DEGREES | FOREIGN, "1\n-45.1 -23.1\n-45.2 -23.2\nEND\nEND\n"),
+        "lines_with_heights": (samples, METRES, triples), "contours": (contours, METRES, triples), "points": (samples, METRES, points),
+        "points_in_contours": (contours, METRES, points), "labels": (labels, METRES, "1  500000 7000000   \n7  1 2\nEND\n"),
+        "heights_missing": (samples, METRES, pairs), "heights_in_lines": (lines, METRES, triples), "angles": (samples, METRES, "s 23 10 5\nEND\n"),
+        "no_end": (lines, METRES, pairs[:-4]), "cut": (lines, METRES, pairs[:20]), "identifier_real": (lines, METRES, "1.5\n1 2\n3 4\nEND\nEND\n"),
+        "only_end": (lines, METRES, "END"), "only_end_of_samples": (samples, METRES, "END"), "empty_record": (lines, METRES, "1\nEND\nEND\n"),
+        "not_numbers": (lines, METRES, "1\nnan inf\n1e400 -1e-400\n0x1p3 2\nEND\nEND\n"), "line_too_long": (lines, METRES, "1\n1 2\x01 \x90\n3 4\nEND\nEND\n"),
+        "word_too_long": (lines, METRES, "\x017\xff\n1 2\n3 4\nEND\nEND\n"), "zeros": (lines, METRES, "1\n1 2\x00\n3 4\nEND\x00\nEND\n"),
+        "comments": (lines, METRES, "1\n// 1\n1 2\n\n3 4\nEND\nEND\n"), "same_points": (lines, METRES, "1\n1 2\n1 2\nEND\n2\n1 2\nEND\nEND\n"),
+    }
+    return {name: bytes([job, settings]) + text.encode("latin1") for name, (job, settings, text) in cases.items()}
+
+
+def kml():
+    everything, lines = 0, 1
+    point = "<Placemark><name>a</name><Point><coordinates>-45,-23,5</coordinates></Point></Placemark>"
+    line = "<Placemark><LineString><coordinates>-45,-23 -45.1,-23.1\n-45.2,-23.2</coordinates></LineString></Placemark>"
+    ring = "<LinearRing><coordinates>-45,-23 -44,-23 -44,-22 -45,-23</coordinates></LinearRing>"
+    polygon = f"<Placemark><Polygon><outerBoundaryIs>{ring}</outerBoundaryIs><innerBoundaryIs>{ring}{ring}</innerBoundaryIs></Polygon></Placemark>"
+    data = "<Placemark><ExtendedData><Data name='a'><value>1</value></Data><SchemaData><SimpleData name='b'>2</SimpleData></SchemaData><c>3</c></ExtendedData></Placemark>"
+    bomb = "<!DOCTYPE kml [<!ENTITY a 'aaaaaaaaaa'>" + "".join(
+        f"<!ENTITY {chr(98 + n)} '{('&' + chr(97 + n) + ';') * 10}'>" for n in range(9)) + "]>"
+    texts = {
+        "point": point, "line": line, "polygon": polygon, "data": data, "tuples_loose": line.replace(",", ", ").replace(" -45.1", ", -45.1"),
+        "several": f"<Document><Folder>{point}<Folder>{line}</Folder></Folder>{polygon}</Document>",
+        "multi": f"<Placemark><MultiGeometry><MultiGeometry><Point><coordinates>1,2</coordinates></Point></MultiGeometry><Polygon><outerBoundaryIs>{ring}</outerBoundaryIs></Polygon><gx:Track/></MultiGeometry><Point><coordinates>3,4</coordinates></Point></Placemark>",
+        "folders_deep": "<Folder>" * 1500 + point + "</Folder>" * 1500, "geometries_deep": "<Placemark>" + "<MultiGeometry>" * 900,
+        "others": "<NetworkLink/><GroundOverlay/><Placemark><Model/></Placemark><Placemark><Point/></Placemark>", "metres": line.replace("-45", "500000"),
+        "ring_alone": f"<Placemark>{ring}</Placemark>", "ring_empty": polygon.replace(ring, "<LinearRing><coordinates> </coordinates></LinearRing>"),
+        "outer_twice": polygon.replace("innerBoundaryIs", "outerBoundaryIs"), "cdata": "<Placemark><name><![CDATA[<b>&]]></name></Placemark>",
+        "long_tuples": "<Placemark><LineString><coordinates>\x01 \x40\x011\xff,2 1,2</coordinates></LineString></Placemark>",
+    }
+    seeds = {name: f"<kml xmlns='http://www.opengis.net/kml/2.2'>{text}</kml>".encode() for name, text in texts.items()}
+    seeds.update({
+        "prefixed": seeds["line"].replace(b"</", b"</k:").replace(b"<", b"<k:").replace(b"<k:/k:", b"</k:").replace(b"xmlns=", b"xmlns:k="),
+        "entity_bomb": (bomb + "<kml><Placemark><name>&j;</name></Placemark></kml>").encode(),
+        "entity_in_coordinates": (bomb + "<kml><Placemark><Point><coordinates>&e;,1</coordinates></Point></Placemark></kml>").encode(),
+        "entity_of_itself": b"<!DOCTYPE kml [<!ENTITY a '&b;'><!ENTITY b '&a;'>]><kml><Placemark><name>&a;</name></Placemark></kml>",
+        "entity_of_file": b"<!DOCTYPE kml [<!ENTITY a SYSTEM 'file:///etc/passwd'>]><kml><Placemark><name>&a;</name></Placemark></kml>",
+        "says_utf16": b"<?xml version='1.0' encoding='UTF-16'?>" + seeds["point"], "utf16": seeds["point"].decode().encode("utf-16"),
+        "cut": seeds["several"][:-60], "no_root": point.encode(), "other_root": b"<gpx/>", "mark": b"\xef\xbb\xbf" + seeds["point"],
+        "ampersand": b"<kml><Placemark><name>a & b</name></Placemark></kml>", "bytes_invalid": b"<kml><Placemark><name>\xff\xfe</name></Placemark></kml>",
+        "kmz": zipped("doc.kml", seeds["several"]), "kmz_cut": zipped("doc.kml", seeds["several"])[:-30], "kmz_without": zipped("a.txt", b"x"),
+        "kmz_damaged": zipped("doc.kml", seeds["several"]).replace(b"doc.kml", b"doc.kmz", 1),
+    })
+    choice = {"line": lines, "point": 2, "polygon": 3}
+    return {name: bytes([choice.get(name, everything), 1 if name == "several" else FOREIGN if name == "utf16" else 0]) + data
+            for name, data in seeds.items()}
+
+
+def zipped(name, content):
+    archive = io.BytesIO()
+    with zipfile.ZipFile(archive, "w", zipfile.ZIP_DEFLATED) as file:
+        file.writestr(zipfile.ZipInfo(name, (2024, 1, 1, 0, 0, 0)), content, zipfile.ZIP_DEFLATED)
+    # A byte 1 begins a run.
+    return archive.getvalue().replace(b"\x01", b"\x01\x01\x00")
+
+
 def main():
     root = pathlib.Path(sys.argv[1]) if len(sys.argv) > 1 else pathlib.Path(__file__).resolve().parent / "seeds"
     for make in (ascii_sections, csv, info_block, intake, shapefile, dbf, geometry_blob, projection_text,
-                 legacy_polygons, dxf):
+                 legacy_polygons, dxf, ungenerate, kml):
         folder = root / make.__name__
         folder.mkdir(parents=True, exist_ok=True)
         seeds = make()
