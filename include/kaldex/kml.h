@@ -64,7 +64,8 @@ class KALDEX_API IEKml : public SExtFormats {
   ~IEKml() override;
 
   // Imports read the file that Init named, as it is. 0 for a null vector and for a file that is no document,
-  // of which nothing is imported then. The second argument is not used.
+  // of which nothing is imported then. Placemarks that were imported are gone from the document. The
+  // second argument is not used.
 
   int ImportLines(Vector* vec, SProjection* unused) override;
   int ImportPoint2d(Vector* vec, SProjection* unused) override;

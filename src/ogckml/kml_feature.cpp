@@ -68,6 +68,13 @@ void OgKMLAbstractContainer::adoptFeature(std::unique_ptr<OgKMLAbstractFeature> 
   owned_.push_back(std::move(feature));
 }
 
+void OgKMLAbstractContainer::dropFeature(std::size_t number) {
+  // The two lists are alike as long as no feature was borrowed.
+  if (number >= owned_.size() || owned_[number].get() != features_[number]) return;
+  features_[number] = nullptr;
+  owned_[number].reset();
+}
+
 bool OgKMLDocument::decode(SXMLDecoderQt& decoder) {
   return kaldex::KmlReader(decoder, *this).run();
 }

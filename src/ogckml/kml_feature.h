@@ -72,7 +72,10 @@ class OgKMLAbstractContainer : public OgKMLAbstractFeature {
 
   void addAbstractFeature(OgKMLAbstractFeature* feature) { features_.push_back(feature); }
   void adoptFeature(std::unique_ptr<OgKMLAbstractFeature> feature);
+  /// In the order in which they came; null where one was dropped.
   const std::vector<OgKMLAbstractFeature*>& features() const { return features_; }
+  /// Let go of a feature of its own, a borrowed one stays.
+  void dropFeature(std::size_t number);
 
  private:
   std::vector<OgKMLAbstractFeature*> features_;

@@ -41,6 +41,7 @@ void KmlWriter::container(const OgKMLAbstractContainer& container) {
   if (!container.name().empty()) text("name", container.name());
   for (const OgKMLAbstractFeature* feature : container.features()) {
     if (xml_.hasError() || failed_) return;
+    if (feature == nullptr) continue;
     xml_.writeCharacters(QStringLiteral("\n"));
     if (const auto* const inner = dynamic_cast<const OgKMLAbstractContainer*>(feature)) {
       this->container(*inner);

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
+#include <algorithm>
 
 #include "ogckml/coordinate_text.h"
 #include "ogckml/kml_feature.h"
@@ -249,7 +250,7 @@ TEST_F(KmlDocument, ArchivesAndTheDocumentInThem) {
     decoder.setPath(path);
     OgKMLDocument read;
     EXPECT_EQ(read.decode(decoder), one.placemarks >= 0) << decoder.error().toStdString();
-    if (one.placemarks >= 0) EXPECT_EQ(static_cast<int>(read.features().size()), one.placemarks);
+    EXPECT_EQ(static_cast<int>(read.features().size()), std::max(one.placemarks, 0));
     EXPECT_EQ(decoder.error().isEmpty(), one.placemarks >= 0);
   }
   decoder.setPath(write("PK\x03\x04 and no archive", "broken.kmz"));

@@ -9,21 +9,36 @@
 
 namespace kaldex {
 
+enum class WalkStep { goOn, drop, stop };
+
 // Visits the placemarks of a document in the order of a work list: those of a container before those of the
-// containers in it. Ends early when `visit(placemark)` is false.
+// containers in it. `visit(placemark)` says how to go on; one that is dropped is gone from the document.
 template <class Visit>
-void walkPlacemarks(const KdxOgc::OgKMLDocument& document, Visit visit) {
-  std::deque<const KdxOgc::OgKMLAbstractContainer*> work{&document};
+void consumePlacemarks(KdxOgc::OgKMLDocument& document, Visit visit) {
+  std::deque<KdxOgc::OgKMLAbstractContainer*> work{&document};
   for (; !work.empty(); work.pop_front()) {
-    for (const KdxOgc::OgKMLAbstractFeature* feature : work.front()->features()) {
+    KdxOgc::OgKMLAbstractContainer& container = *work.front();
+    for (std::size_t i = 0; i < container.features().size(); ++i) {
+      KdxOgc::OgKMLAbstractFeature* const feature = container.features()[i];
+      if (feature == nullptr) continue;
       const char* const type = feature->typeName();
       if (std::strcmp(type, "Document") == 0 || std::strcmp(type, "Folder") == 0) {
-        work.push_back(static_cast<const KdxOgc::OgKMLAbstractContainer*>(feature));
+        work.push_back(static_cast<KdxOgc::OgKMLAbstractContainer*>(feature));
       } else if (std::strcmp(type, "Placemark") == 0) {
-        if (!visit(*static_cast<const KdxOgc::OgKMLPlacemark*>(feature))) return;
+        const WalkStep step = visit(*static_cast<const KdxOgc::OgKMLPlacemark*>(feature));
+        if (step == WalkStep::stop) return;
+        if (step == WalkStep::drop) container.dropFeature(i);
       }
     }
   }
+}
+
+// The same without dropping any; ends early when `visit(placemark)` is false.
+template <class Visit>
+void walkPlacemarks(KdxOgc::OgKMLDocument& document, Visit visit) {
+  consumePlacemarks(document, [&](const KdxOgc::OgKMLPlacemark& placemark) {
+    return visit(placemark) ? WalkStep::goOn : WalkStep::stop;
+  });
 }
 
 // Visits the geometries of a placemark, those of a MultiGeometry one by one to any depth.

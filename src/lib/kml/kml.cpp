@@ -46,7 +46,8 @@ int IEKml::InitDecoder(Vector* vec) {
     held_ = vec != nullptr ? vec->projection() : nullptr;
     QString error;
     const std::shared_ptr<KmlOutline> known = std::move(outline_);
-    if (known != nullptr && known->path_ == QFileInfo(filePath_).absoluteFilePath() && known->document_ != nullptr) {
+    if (known != nullptr && known->path_ == QFileInfo(filePath_).absoluteFilePath() &&
+        known->document_ != nullptr) {
       document_ = std::move(known->document_);
       return 1;
     }

@@ -1,6 +1,7 @@
-#include <QMap>
 #include <QObject>
+#include <map>
 #include <memory>
+#include <string_view>
 
 #include "base/tracer.h"
 #include "kaldex/job_report.h"
@@ -15,7 +16,7 @@ using namespace KdxOgc;
 
 namespace {
 
-long long featureCount(const OgKMLDocument& document) {
+long long featureCount(OgKMLDocument& document) {
   long long count = 0;
   kaldex::walkPlacemarks(document, [&](const OgKMLPlacemark&) { return ++count > 0; });
   return count;
@@ -25,12 +26,16 @@ QString text(std::string_view utf8) {
   return QString::fromUtf8(utf8.data(), static_cast<int>(utf8.size()));
 }
 
+// Counts of texts that the document holds.
+using Counts = std::map<std::string_view, long long>;
+
 // "CODIGO (12), NOME (3)", of many the first.
-QString listed(const QMap<QString, long long>& counts) {
-  constexpr int most = 30;
+QString listed(const Counts& counts) {
+  constexpr std::size_t most = 30;
   QStringList words;
-  for (auto count = counts.begin(); count != counts.end() && words.size() < most; ++count) {
-    words << QStringLiteral("%1 (%2)").arg(count.key()).arg(count.value());
+  for (const auto& [word, count] : counts) {
+    if (static_cast<std::size_t>(words.size()) == most) break;
+    words << QStringLiteral("%1 (%2)").arg(text(word)).arg(count);
   }
   if (counts.size() > most) words << QStringLiteral("...");
   return words.join(QStringLiteral(", "));
@@ -39,27 +44,27 @@ QString listed(const QMap<QString, long long>& counts) {
 // What the document holds that no import takes.
 class Remainder {
  public:
-  Remainder(const OgKMLDocument& document, const QStringList& taken);
+  Remainder(OgKMLDocument& document, const QStringList& taken);
 
   void report(JobReport& job) const;
 
  private:
   const OgKMLLosses& losses_;
-  QMap<QString, long long> others_;
-  QMap<QString, long long> data_;
+  Counts others_;
+  Counts data_;
   long long names_ = 0;
   long long withoutGeometry_ = 0;
 };
 
-Remainder::Remainder(const OgKMLDocument& document, const QStringList& taken) : losses_(document.losses) {
-  for (const auto& [type, count] : losses_.features) others_[text(type)] += count;
+Remainder::Remainder(OgKMLDocument& document, const QStringList& taken) : losses_(document.losses) {
+  for (const auto& [type, count] : losses_.features) others_[type] += count;
   kaldex::walkPlacemarks(document, [&](const OgKMLPlacemark& placemark) {
     names_ += placemark.name().empty() ? 0 : 1;
-    placemark.eachDatum([&](std::string_view key, std::string_view) { ++data_[text(key)]; });
+    placemark.eachDatum([&](std::string_view key, std::string_view) { ++data_[key]; });
     withoutGeometry_ += placemark.getAbstractGeometry() == nullptr ? 1 : 0;
     kaldex::walkGeometries(placemark, [&](const OgKMLAbstractGeometry& geometry) {
-      const QString type = QString::fromUtf8(geometry.typeName());
-      if (!taken.contains(type)) ++others_[type];
+      const char* const type = geometry.typeName();
+      if (!taken.contains(QLatin1String(type))) ++others_[type];
     });
     return true;
   });
@@ -67,7 +72,7 @@ Remainder::Remainder(const OgKMLDocument& document, const QStringList& taken) : 
 
 void Remainder::report(JobReport& job) const {
   long long others = 0;
-  for (const long long count : others_) others += count;
+  for (const auto& other : others_) others += other.second;
   if (others > 0) {
     job.countLeftOut("unsupported", others);
     job.note(QObject::tr("No documento, e não importado: %1").arg(listed(others_)));
@@ -82,7 +87,7 @@ void Remainder::report(JobReport& job) const {
   if (names_ > 0) {
     job.note(QObject::tr("Nomes de placemarks, que o plano não guarda: %1").arg(names_));
   }
-  if (!data_.isEmpty()) {
+  if (!data_.empty()) {
     job.note(QObject::tr("Dados de placemarks, que o plano não guarda: %1").arg(listed(data_)));
   }
   if (losses_.descriptions > 0) {
@@ -95,13 +100,17 @@ void Remainder::report(JobReport& job) const {
 /// Inserts the geometries of one type into a vector.
 class IEKml::Fill {
  public:
-  Fill(const OgKMLDocument& document, Vector& vector, const SProjection* projection, std::string type)
+  Fill(OgKMLDocument& document, Vector& vector, const SProjection* projection, std::string type)
       : document_(document),
         vector_(vector),
         projection_(projection),
         type_(std::move(type)),
         progress_(kaldex::progressSteps(featureCount(document))) {}
   ~Fill();
+
+  /// Let go of placemarks with a geometry of the type, as they are taken: the layer's share of the memory
+  /// grows while the document's goes.
+  void consume() { consumes_ = true; }
 
   /// False when the user has cancelled.
   bool run();
@@ -114,11 +123,12 @@ class IEKml::Fill {
   void insert(std::unique_ptr<Line> line);
   bool isGeographic(const OgKMLPositions& positions);
 
-  const OgKMLDocument& document_;
+  OgKMLDocument& document_;
   Vector& vector_;
   const SProjection* projection_;
   std::string type_;
   kaldex::ProgressScope progress_;
+  bool consumes_ = false;
   long long read_ = 0;
   long long lines_ = 0;
   long long points_ = 0;
@@ -144,12 +154,15 @@ IEKml::Fill::~Fill() {
 
 bool IEKml::Fill::run() {
   vector_.KeepFilesOpen(1);
-  kaldex::walkPlacemarks(document_, [this](const OgKMLPlacemark& placemark) {
+  kaldex::consumePlacemarks(document_, [this](const OgKMLPlacemark& placemark) {
     progress_.step();
     kaldex::walkGeometries(placemark, [this](const OgKMLAbstractGeometry& geometry) {
       if (type_ == geometry.typeName()) take(geometry);
     });
-    return !progress_.cancelled();
+    if (progress_.cancelled()) return kaldex::WalkStep::stop;
+    const OgKMLAbstractGeometry* const own = placemark.getAbstractGeometry();
+    const bool done = consumes_ && own != nullptr && type_ == own->typeName();
+    return done ? kaldex::WalkStep::drop : kaldex::WalkStep::goOn;
   });
   return !progress_.cancelled();
 }
@@ -249,10 +262,14 @@ int IEKml::FillVector(Vector* vec, std::string geometryType) {
 int IEKml::import(Vector* vec, const QStringList& types) {
   return guardedImport(vec, [&] {
     if (vec == nullptr || InitDecoder(vec) == 0) return 0;
+    // Before the document goes.
+    JobReport* const job = JobReport::current();
+    if (job != nullptr) Remainder(*document_, types).report(*job);
     for (const QString& type : types) {
-      if (FillVector(vec, type.toStdString()) == 0) return 0;
+      Fill fill(*document_, *vec, projection, type.toStdString());
+      fill.consume();
+      if (!fill.run()) return 0;
     }
-    if (JobReport* const job = JobReport::current()) Remainder(*document_, types).report(*job);
     return 1;
   });
 }

@@ -1,6 +1,7 @@
 #include <QFileInfo>
 #include <QObject>
 #include <cstring>
+#include <unordered_set>
 
 #include "base/companion_file.h"
 #include "base/tracer.h"
@@ -76,12 +77,10 @@ void KmlOutline::survey() {
       extend(extent_, static_cast<const OgKMLLineString&>(geometry).positions);
     }
   };
-  std::string_view last;
+  std::unordered_set<std::string_view> known;  // of the document's own texts
   kaldex::walkPlacemarks(*document_, [&](const OgKMLPlacemark& placemark) {
     placemark.eachDatum([&](std::string_view key, std::string_view) {
-      const QString text = QString::fromUtf8(key.data(), static_cast<int>(key.size()));
-      if (key != last && !dataNames_.contains(text)) dataNames_ << text;
-      last = key;
+      if (known.insert(key).second) dataNames_ << QString::fromUtf8(key.data(), static_cast<int>(key.size()));
     });
     kaldex::walkGeometries(placemark, take);
     return true;
