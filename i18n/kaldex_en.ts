@@ -233,10 +233,6 @@
         <translation>PDF document</translation>
     </message>
     <message>
-        <source>arquivo ZIP (talvez KMZ)</source>
-        <translation>ZIP archive (perhaps KMZ)</translation>
-    </message>
-    <message>
         <source>arquivo comprimido gzip</source>
         <translation>gzip compressed file</translation>
     </message>
@@ -734,6 +730,166 @@
         <source>Valores com uma vírgula entre dígitos, que a leitura troca por um ponto: %1</source>
         <translation>Values with a comma between digits, which reading changes to a point: %1</translation>
     </message>
+    <message>
+        <source>Rótulos com espaços, que leitores deste formato não reconhecem: %1</source>
+        <translation>Labels with blanks, which readers of this format don&apos;t recognise: %1</translation>
+    </message>
+    <message>
+        <source>Identificadores que não são de classes da categoria do plano: %1</source>
+        <translation>Identifiers that are of no class of the layer&apos;s category: %1</translation>
+    </message>
+    <message>
+        <source>O formato não tem graus, minutos e segundos: as coordenadas foram escritas em graus decimais</source>
+        <translation>The format has no degrees, minutes and seconds: coordinates were written in decimal degrees</translation>
+    </message>
+    <message>
+        <source>DXF não tem graus, minutos e segundos: gravados graus decimais.</source>
+        <translation>DXF has no degrees, minutes and seconds: decimal degrees were written.</translation>
+    </message>
+    <message>
+        <source>Não lidos: mais %1 tipos de entidade</source>
+        <translation>Not read: %1 more kinds of entity</translation>
+    </message>
+    <message>
+        <source>Entidades de outros planos do desenho, não pedidos: %1</source>
+        <translation>Entities of other layers of the drawing, not asked for: %1</translation>
+    </message>
+    <message>
+        <source>Blocos lidos só como o ponto em que estão inseridos: %1</source>
+        <translation>Blocks read only as the point where they are inserted: %1</translation>
+    </message>
+    <message>
+        <source>Linhas de mais de 1023 caracteres, lidas só até aí: %1</source>
+        <translation>Lines of more than 1023 characters, read only up to there: %1</translation>
+    </message>
+    <message>
+        <source>Não lidos: %1 %2 (%3)</source>
+        <translation>Not read: %1 %2 (%3)</translation>
+    </message>
+    <message>
+        <source>Existem dados fora da área do projeto!</source>
+        <translation>There are data outside the project&apos;s area!</translation>
+    </message>
+    <message>
+        <source>Linhas com coordenadas sem lugar na projeção de destino não foram importadas: %1</source>
+        <translation>Lines with coordinates that have no place in the target projection were not imported: %1</translation>
+    </message>
+    <message>
+        <source>Entidades sem uma das coordenadas que a importação quer, ou polilinhas sem fim: %1</source>
+        <translation>Entities without one of the coordinates that the import wants, or polylines without end: %1</translation>
+    </message>
+    <message>
+        <source>Arcos com ângulos impossíveis: %1</source>
+        <translation>Arcs with impossible angles: %1</translation>
+    </message>
+    <message>
+        <source>Vértices com x ou y igual a zero, que não se tomam: %1</source>
+        <translation>Vertices with x or y equal to zero, which are not taken: %1</translation>
+    </message>
+    <message>
+        <source>Arestas de malhas que não continuam a primeira linha delas: %1</source>
+        <translation>Edges of meshes that don&apos;t continue their first line: %1</translation>
+    </message>
+    <message>
+        <source>Textos que não são identificadores: %1</source>
+        <translation>Texts that are no labels: %1</translation>
+    </message>
+    <message>
+        <source>Existem dados fora da área do projeto! </source>
+        <translation>There are data outside the project&apos;s area! </translation>
+    </message>
+    <message>
+        <source>Arquivo sem &quot;SECTION TABLE&quot;, digite o nome do plano requerido no campo PI.</source>
+        <translation>File without &quot;SECTION TABLE&quot;, type the name of the wanted layer in the field PI.</translation>
+    </message>
+    <message>
+        <source>Textos vazios, que um DXF não guarda: %1</source>
+        <translation>Empty texts, which a DXF doesn&apos;t keep: %1</translation>
+    </message>
+    <message>
+        <source>Um texto vazio, na linha %1, terminou a leitura dos textos.</source>
+        <translation>An empty text, in line %1, ended the reading of texts.</translation>
+    </message>
+    <message>
+        <source>Textos ficam nas coordenadas do arquivo, sem mudança de projeção.</source>
+        <translation>Texts stay at the file&apos;s coordinates, without a change of projection.</translation>
+    </message>
+    <message>
+        <source>arquivo ZIP</source>
+        <translation>ZIP archive</translation>
+    </message>
+    <message>
+        <source>documento KML comprimido (KMZ)</source>
+        <translation>zipped KML document (KMZ)</translation>
+    </message>
+    <message>
+        <source>linhas ou pontos do ArcInfo (ungenerate)</source>
+        <translation>ArcInfo lines or points (ungenerate)</translation>
+    </message>
+    <message>
+        <source>O desenho está em DXF binário; só se lê o DXF de texto (ASCII): </source>
+        <translation>The drawing is binary DXF; only text (ASCII) DXF is read: </translation>
+    </message>
+    <message>
+        <source>Feições de mais de um objeto, escritas com o primeiro deles: %1</source>
+        <translation>Features of more than one object, written with the first of them: %1</translation>
+    </message>
+    <message>
+        <source>No documento, e não importado: %1</source>
+        <translation>In the document, and not imported: %1</translation>
+    </message>
+    <message>
+        <source>Coordenadas que não puderam ser lidas: %1</source>
+        <translation>Coordinates that could not be read: %1</translation>
+    </message>
+    <message>
+        <source>Coordenadas com altitude, que não é importada: %1</source>
+        <translation>Coordinates with an altitude, which is not imported: %1</translation>
+    </message>
+    <message>
+        <source>Nomes de placemarks, que o plano não guarda: %1</source>
+        <translation>Names of placemarks, which the layer doesn&apos;t keep: %1</translation>
+    </message>
+    <message>
+        <source>Dados de placemarks, que o plano não guarda: %1</source>
+        <translation>Data of placemarks, which the layer doesn&apos;t keep: %1</translation>
+    </message>
+    <message>
+        <source>Descrições, que o plano não guarda: %1</source>
+        <translation>Descriptions, which the layer doesn&apos;t keep: %1</translation>
+    </message>
+    <message>
+        <source>Geometrias com coordenadas que não são graus (talvez metros), não importadas: %1</source>
+        <translation>Geometries with coordinates that are no degrees (perhaps metres), not imported: %1</translation>
+    </message>
+    <message>
+        <source>%1 (linha %2, coluna %3)</source>
+        <translation>%1 (line %2, column %3)</translation>
+    </message>
+    <message>
+        <source>O documento não pôde ser lido</source>
+        <translation>The document could not be read</translation>
+    </message>
+    <message>
+        <source>Elementos aninhados demais</source>
+        <translation>Elements nested too deeply</translation>
+    </message>
+    <message>
+        <source>Não é um documento KML</source>
+        <translation>Not a KML document</translation>
+    </message>
+    <message>
+        <source>O arquivo ZIP não contém um documento KML</source>
+        <translation>The ZIP archive holds no KML document</translation>
+    </message>
+    <message>
+        <source>O arquivo ZIP se expande mais do que um documento pode</source>
+        <translation>The ZIP archive unpacks to more than a document can be</translation>
+    </message>
+    <message>
+        <source>XML inválido</source>
+        <translation>Invalid XML</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
@@ -1117,10 +1273,6 @@
         <translation>Target file</translation>
     </message>
     <message>
-        <source>Acrescenta a um arquivo que já existe (ascii)</source>
-        <translation>Append to a file that already exists (ascii)</translation>
-    </message>
-    <message>
         <source>Categoria de objetos, com --by object</source>
         <translation>Object category, with --by object</translation>
     </message>
@@ -1131,10 +1283,6 @@
     <message>
         <source>Converte um arquivo, por um banco de dados temporário</source>
         <translation>Convert a file, by way of a temporary database</translation>
-    </message>
-    <message>
-        <source>Arquivo de destino; seu nome diz o formato (.shp, .kdx, .txt, .gpkg)</source>
-        <translation>Target file; its name tells the format (.shp, .kdx, .txt, .gpkg)</translation>
     </message>
     <message>
         <source>O que converter, se há mais de um tipo: lines, polygons, ...</source>
@@ -1643,10 +1791,6 @@
         <translation>Leaves beside the csv the ASCII table that it was converted to</translation>
     </message>
     <message>
-        <source>O que exportar: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns</source>
-        <translation>What to export: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns</translation>
-    </message>
-    <message>
         <source>Importa os identificadores de um arquivo e classifica por eles um plano</source>
         <translation>Imports the label points of a file and classifies a layer by them</translation>
     </message>
@@ -1807,6 +1951,90 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
     <message>
         <source>identificador que não encontrou nada no plano</source>
         <translation>label point that found nothing in the layer</translation>
+    </message>
+    <message>
+        <source>O plano %1 é de modelo %2, que não tem classes.</source>
+        <translation>Layer %1 is of model %2, which has no classes.</translation>
+    </message>
+    <message>
+        <source>%1 não tem o plano %2.</source>
+        <translation>%1 has no layer %2.</translation>
+    </message>
+    <message>
+        <source>%1 não pode ser lido como KML: %2</source>
+        <translation>%1 can&apos;t be read as KML: %2</translation>
+    </message>
+    <message>
+        <source>, cor %1</source>
+        <translation>, colour %1</translation>
+    </message>
+    <message>
+        <source>plano</source>
+        <translation>layer</translation>
+    </message>
+    <message>
+        <source>erro</source>
+        <translation>error</translation>
+    </message>
+    <message>
+        <source>nome</source>
+        <translation>name</translation>
+    </message>
+    <message>
+        <source>dados</source>
+        <translation>data</translation>
+    </message>
+    <message>
+        <source>--move: espera-se DX,DY</source>
+        <translation>--move: DX,DY is expected</translation>
+    </message>
+    <message>
+        <source>Planos do desenho (dxf) que se leem; sem eles, todos</source>
+        <translation>Layers of the drawing (dxf) to read; without them, all</translation>
+    </message>
+    <message>
+        <source>Desloca o desenho (dxf), depois de girar e escalar, em metros</source>
+        <translation>Moves the drawing (dxf), after rotation and scale, in metres</translation>
+    </message>
+    <message>
+        <source>Gira o desenho (dxf) em torno da origem, em graus, no sentido anti-horário</source>
+        <translation>Rotates the drawing (dxf) around the origin, in degrees, counter-clockwise</translation>
+    </message>
+    <message>
+        <source>Multiplica as coordenadas do desenho (dxf)</source>
+        <translation>Multiplies the coordinates of the drawing (dxf)</translation>
+    </message>
+    <message>
+        <source>Só os textos do dxf que começam assim</source>
+        <translation>Only texts of the dxf that begin so</translation>
+    </message>
+    <message>
+        <source>Só os textos do dxf que terminam assim</source>
+        <translation>Only texts of the dxf that end so</translation>
+    </message>
+    <message>
+        <source>Só os textos do dxf formados de: letters, digits, both</source>
+        <translation>Only texts of the dxf made of: letters, digits, both</translation>
+    </message>
+    <message>
+        <source>Nome dos planos de um dxf escrito; sem ele, o do plano</source>
+        <translation>Name of the layers of a written dxf; without it, the layer&apos;s</translation>
+    </message>
+    <message>
+        <source>O que exportar: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns; all (kml)</source>
+        <translation>What to export: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns; all (kml)</translation>
+    </message>
+    <message>
+        <source>Acrescenta a um arquivo que já existe (ascii, linhas de dxf)</source>
+        <translation>Appends to an existing file (ascii, lines of dxf)</translation>
+    </message>
+    <message>
+        <source>Arquivo de destino; seu nome diz o formato (.shp, .kdx, .txt, .dxf, .gen, .kml, .kmz, .gpkg)</source>
+        <translation>Target file; its name tells the format (.shp, .kdx, .txt, .dxf, .gen, .kml, .kmz, .gpkg)</translation>
+    </message>
+    <message>
+        <source>--scale-by: espera-se um número que não seja zero</source>
+        <translation>--scale-by: a number other than zero is expected</translation>
     </message>
 </context>
 </TS>

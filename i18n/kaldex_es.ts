@@ -233,10 +233,6 @@
         <translation>documento PDF</translation>
     </message>
     <message>
-        <source>arquivo ZIP (talvez KMZ)</source>
-        <translation>archivo ZIP (quizá KMZ)</translation>
-    </message>
-    <message>
         <source>arquivo comprimido gzip</source>
         <translation>archivo comprimido gzip</translation>
     </message>
@@ -734,6 +730,166 @@
         <source>Valores com uma vírgula entre dígitos, que a leitura troca por um ponto: %1</source>
         <translation>Valores con una coma entre dígitos, que la lectura cambia por un punto: %1</translation>
     </message>
+    <message>
+        <source>Rótulos com espaços, que leitores deste formato não reconhecem: %1</source>
+        <translation>Rótulos con espacios, que los lectores de este formato no reconocen: %1</translation>
+    </message>
+    <message>
+        <source>Identificadores que não são de classes da categoria do plano: %1</source>
+        <translation>Identificadores que no son de clases de la categoría de la capa: %1</translation>
+    </message>
+    <message>
+        <source>O formato não tem graus, minutos e segundos: as coordenadas foram escritas em graus decimais</source>
+        <translation>El formato no tiene grados, minutos y segundos: las coordenadas se escribieron en grados decimales</translation>
+    </message>
+    <message>
+        <source>DXF não tem graus, minutos e segundos: gravados graus decimais.</source>
+        <translation>DXF no tiene grados, minutos y segundos: se grabaron grados decimales.</translation>
+    </message>
+    <message>
+        <source>Não lidos: mais %1 tipos de entidade</source>
+        <translation>No leídos: %1 tipos de entidad más</translation>
+    </message>
+    <message>
+        <source>Entidades de outros planos do desenho, não pedidos: %1</source>
+        <translation>Entidades de otras capas del dibujo, no pedidas: %1</translation>
+    </message>
+    <message>
+        <source>Blocos lidos só como o ponto em que estão inseridos: %1</source>
+        <translation>Bloques leídos solo como el punto en que están insertados: %1</translation>
+    </message>
+    <message>
+        <source>Linhas de mais de 1023 caracteres, lidas só até aí: %1</source>
+        <translation>Líneas de más de 1023 caracteres, leídas solo hasta ahí: %1</translation>
+    </message>
+    <message>
+        <source>Não lidos: %1 %2 (%3)</source>
+        <translation>No leídos: %1 %2 (%3)</translation>
+    </message>
+    <message>
+        <source>Existem dados fora da área do projeto!</source>
+        <translation>¡Hay datos fuera del área del proyecto!</translation>
+    </message>
+    <message>
+        <source>Linhas com coordenadas sem lugar na projeção de destino não foram importadas: %1</source>
+        <translation>No se importaron líneas con coordenadas sin lugar en la proyección de destino: %1</translation>
+    </message>
+    <message>
+        <source>Entidades sem uma das coordenadas que a importação quer, ou polilinhas sem fim: %1</source>
+        <translation>Entidades sin una de las coordenadas que la importación quiere, o polilíneas sin fin: %1</translation>
+    </message>
+    <message>
+        <source>Arcos com ângulos impossíveis: %1</source>
+        <translation>Arcos con ángulos imposibles: %1</translation>
+    </message>
+    <message>
+        <source>Vértices com x ou y igual a zero, que não se tomam: %1</source>
+        <translation>Vértices con x o y igual a cero, que no se toman: %1</translation>
+    </message>
+    <message>
+        <source>Arestas de malhas que não continuam a primeira linha delas: %1</source>
+        <translation>Aristas de mallas que no continúan su primera línea: %1</translation>
+    </message>
+    <message>
+        <source>Textos que não são identificadores: %1</source>
+        <translation>Textos que no son identificadores: %1</translation>
+    </message>
+    <message>
+        <source>Existem dados fora da área do projeto! </source>
+        <translation>¡Hay datos fuera del área del proyecto! </translation>
+    </message>
+    <message>
+        <source>Arquivo sem &quot;SECTION TABLE&quot;, digite o nome do plano requerido no campo PI.</source>
+        <translation>Archivo sin &quot;SECTION TABLE&quot;, escriba el nombre de la capa deseada en el campo PI.</translation>
+    </message>
+    <message>
+        <source>Textos vazios, que um DXF não guarda: %1</source>
+        <translation>Textos vacíos, que un DXF no guarda: %1</translation>
+    </message>
+    <message>
+        <source>Um texto vazio, na linha %1, terminou a leitura dos textos.</source>
+        <translation>Un texto vacío, en la línea %1, terminó la lectura de los textos.</translation>
+    </message>
+    <message>
+        <source>Textos ficam nas coordenadas do arquivo, sem mudança de projeção.</source>
+        <translation>Los textos quedan en las coordenadas del archivo, sin cambio de proyección.</translation>
+    </message>
+    <message>
+        <source>arquivo ZIP</source>
+        <translation>archivo ZIP</translation>
+    </message>
+    <message>
+        <source>documento KML comprimido (KMZ)</source>
+        <translation>documento KML comprimido (KMZ)</translation>
+    </message>
+    <message>
+        <source>linhas ou pontos do ArcInfo (ungenerate)</source>
+        <translation>líneas o puntos de ArcInfo (ungenerate)</translation>
+    </message>
+    <message>
+        <source>O desenho está em DXF binário; só se lê o DXF de texto (ASCII): </source>
+        <translation>El dibujo está en DXF binario; solo se lee el DXF de texto (ASCII): </translation>
+    </message>
+    <message>
+        <source>Feições de mais de um objeto, escritas com o primeiro deles: %1</source>
+        <translation>Elementos de más de un objeto, escritos con el primero de ellos: %1</translation>
+    </message>
+    <message>
+        <source>No documento, e não importado: %1</source>
+        <translation>En el documento, y no importado: %1</translation>
+    </message>
+    <message>
+        <source>Coordenadas que não puderam ser lidas: %1</source>
+        <translation>Coordenadas que no se pudieron leer: %1</translation>
+    </message>
+    <message>
+        <source>Coordenadas com altitude, que não é importada: %1</source>
+        <translation>Coordenadas con altitud, que no se importa: %1</translation>
+    </message>
+    <message>
+        <source>Nomes de placemarks, que o plano não guarda: %1</source>
+        <translation>Nombres de placemarks, que la capa no guarda: %1</translation>
+    </message>
+    <message>
+        <source>Dados de placemarks, que o plano não guarda: %1</source>
+        <translation>Datos de placemarks, que la capa no guarda: %1</translation>
+    </message>
+    <message>
+        <source>Descrições, que o plano não guarda: %1</source>
+        <translation>Descripciones, que la capa no guarda: %1</translation>
+    </message>
+    <message>
+        <source>Geometrias com coordenadas que não são graus (talvez metros), não importadas: %1</source>
+        <translation>Geometrías con coordenadas que no son grados (quizá metros), no importadas: %1</translation>
+    </message>
+    <message>
+        <source>%1 (linha %2, coluna %3)</source>
+        <translation>%1 (línea %2, columna %3)</translation>
+    </message>
+    <message>
+        <source>O documento não pôde ser lido</source>
+        <translation>No se pudo leer el documento</translation>
+    </message>
+    <message>
+        <source>Elementos aninhados demais</source>
+        <translation>Elementos demasiado anidados</translation>
+    </message>
+    <message>
+        <source>Não é um documento KML</source>
+        <translation>No es un documento KML</translation>
+    </message>
+    <message>
+        <source>O arquivo ZIP não contém um documento KML</source>
+        <translation>El archivo ZIP no contiene un documento KML</translation>
+    </message>
+    <message>
+        <source>O arquivo ZIP se expande mais do que um documento pode</source>
+        <translation>El archivo ZIP se expande más de lo que puede un documento</translation>
+    </message>
+    <message>
+        <source>XML inválido</source>
+        <translation>XML no válido</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
@@ -1117,10 +1273,6 @@
         <translation>Archivo de destino</translation>
     </message>
     <message>
-        <source>Acrescenta a um arquivo que já existe (ascii)</source>
-        <translation>Añade a un archivo que ya existe (ascii)</translation>
-    </message>
-    <message>
         <source>Categoria de objetos, com --by object</source>
         <translation>Categoría de objetos, con --by object</translation>
     </message>
@@ -1131,10 +1283,6 @@
     <message>
         <source>Converte um arquivo, por um banco de dados temporário</source>
         <translation>Convierte un archivo, mediante una base de datos temporal</translation>
-    </message>
-    <message>
-        <source>Arquivo de destino; seu nome diz o formato (.shp, .kdx, .txt, .gpkg)</source>
-        <translation>Archivo de destino; su nombre dice el formato (.shp, .kdx, .txt, .gpkg)</translation>
     </message>
     <message>
         <source>O que converter, se há mais de um tipo: lines, polygons, ...</source>
@@ -1643,10 +1791,6 @@
         <translation>Deja al lado del csv la tabla ASCII a la que fue convertido</translation>
     </message>
     <message>
-        <source>O que exportar: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns</source>
-        <translation>Qué exportar: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns</translation>
-    </message>
-    <message>
         <source>Importa os identificadores de um arquivo e classifica por eles um plano</source>
         <translation>Importa los identificadores de un archivo y clasifica por ellos una capa</translation>
     </message>
@@ -1807,6 +1951,90 @@ Código de salida: 0 hecho, 1 falló, 2 uso incorrecto, 3 rechazado por una preg
     <message>
         <source>identificador que não encontrou nada no plano</source>
         <translation>identificador que no encontró nada en la capa</translation>
+    </message>
+    <message>
+        <source>O plano %1 é de modelo %2, que não tem classes.</source>
+        <translation>La capa %1 es de modelo %2, que no tiene clases.</translation>
+    </message>
+    <message>
+        <source>%1 não tem o plano %2.</source>
+        <translation>%1 no tiene la capa %2.</translation>
+    </message>
+    <message>
+        <source>%1 não pode ser lido como KML: %2</source>
+        <translation>%1 no se puede leer como KML: %2</translation>
+    </message>
+    <message>
+        <source>, cor %1</source>
+        <translation>, color %1</translation>
+    </message>
+    <message>
+        <source>plano</source>
+        <translation>capa</translation>
+    </message>
+    <message>
+        <source>erro</source>
+        <translation>error</translation>
+    </message>
+    <message>
+        <source>nome</source>
+        <translation>nombre</translation>
+    </message>
+    <message>
+        <source>dados</source>
+        <translation>datos</translation>
+    </message>
+    <message>
+        <source>--move: espera-se DX,DY</source>
+        <translation>--move: se espera DX,DY</translation>
+    </message>
+    <message>
+        <source>Planos do desenho (dxf) que se leem; sem eles, todos</source>
+        <translation>Capas del dibujo (dxf) que se leen; sin ellas, todas</translation>
+    </message>
+    <message>
+        <source>Desloca o desenho (dxf), depois de girar e escalar, em metros</source>
+        <translation>Desplaza el dibujo (dxf), tras girar y escalar, en metros</translation>
+    </message>
+    <message>
+        <source>Gira o desenho (dxf) em torno da origem, em graus, no sentido anti-horário</source>
+        <translation>Gira el dibujo (dxf) en torno al origen, en grados, en sentido antihorario</translation>
+    </message>
+    <message>
+        <source>Multiplica as coordenadas do desenho (dxf)</source>
+        <translation>Multiplica las coordenadas del dibujo (dxf)</translation>
+    </message>
+    <message>
+        <source>Só os textos do dxf que começam assim</source>
+        <translation>Solo los textos del dxf que empiezan así</translation>
+    </message>
+    <message>
+        <source>Só os textos do dxf que terminam assim</source>
+        <translation>Solo los textos del dxf que terminan así</translation>
+    </message>
+    <message>
+        <source>Só os textos do dxf formados de: letters, digits, both</source>
+        <translation>Solo los textos del dxf formados de: letters, digits, both</translation>
+    </message>
+    <message>
+        <source>Nome dos planos de um dxf escrito; sem ele, o do plano</source>
+        <translation>Nombre de las capas de un dxf escrito; sin él, el de la capa</translation>
+    </message>
+    <message>
+        <source>O que exportar: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns; all (kml)</source>
+        <translation>Qué exportar: lines, polygons, points, points-auto, contours, samples, labels, labels-auto, labels-unclassified, labels-more, labels-swapped, table, texts, tin, tin3d, turns; all (kml)</translation>
+    </message>
+    <message>
+        <source>Acrescenta a um arquivo que já existe (ascii, linhas de dxf)</source>
+        <translation>Añade a un archivo existente (ascii, líneas de dxf)</translation>
+    </message>
+    <message>
+        <source>Arquivo de destino; seu nome diz o formato (.shp, .kdx, .txt, .dxf, .gen, .kml, .kmz, .gpkg)</source>
+        <translation>Archivo de destino; su nombre dice el formato (.shp, .kdx, .txt, .dxf, .gen, .kml, .kmz, .gpkg)</translation>
+    </message>
+    <message>
+        <source>--scale-by: espera-se um número que não seja zero</source>
+        <translation>--scale-by: se espera un número que no sea cero</translation>
     </message>
 </context>
 </TS>
