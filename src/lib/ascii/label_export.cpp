@@ -229,27 +229,15 @@ const GeoClass* IEAsc::LabelExport::chosenClass(int id) const {
 }
 
 void IEAsc::LabelExport::loadObjects() {
-  DataBase* const base = handler_.dataBase;
-  if (base == nullptr || handler_.infoLayer == nullptr) return;
-  const QString table = handler_.infoLayer->associationTable();
-  if (!base->tableExists(table)) return;
-  enum Column { object, category, anchor };
-  const auto rows = base->selectRecords(table, QStringLiteral("*"), QString(), QString(), QString());
-  for (; !rows->atEnd(); rows->next()) {
-    objects_[rows->integer(anchor)] = {rows->integer(object), rows->integer(category)};
-  }
+  objects_.emplace(handler_.dataBase, handler_.infoLayer);
 }
 
 bool IEAsc::LabelExport::identify(int anchorId, Identity& identity) {
-  const auto found = objects_.find(anchorId);
-  if (found == objects_.end()) return false;
-  DataBase& base = *handler_.dataBase;
-  Category* const category = base.GetKaldexObjCategory().Select(found->second.category);
   KaldexObject object;
-  if (category == nullptr || base.findObject(found->second.object, *category, object) == 0) return false;
-  identity.name = object.name.trimmed();
-  identity.label = object.label.trimmed();
-  if (identity.label == QLatin1String("label")) identity.label = identity.name;
+  Category* category = nullptr;
+  if (!objects_.has_value() || !objects_->find(anchorId, object, &category)) return false;
+  identity.name = object.name;
+  identity.label = object.label == QLatin1String("label") ? object.name : object.label;
   identity.category = category->name;
   return true;
 }

@@ -2,12 +2,14 @@
 #define KALDEX_ASCII_LABEL_EXPORT_H
 
 #include <functional>
+#include <optional>
 #include <unordered_map>
 #include <vector>
 
 #include "kaldex/model/database.h"
 #include "kaldex/model/vector.h"
 #include "lib/ascii/section_writer.h"
+#include "lib/frame/anchor_objects.h"
 #include "lib/frame/progress_scope.h"
 
 inline namespace kaldex_v1 {
@@ -108,13 +110,9 @@ class IEAsc::LabelExport {
  private:
   static bool accepts(const Vector* vec, const Category* category);
 
-  struct ObjectKey {
-    int object;
-    int category;
-  };
   std::vector<const GeoClass*> chosen_;
   std::unordered_map<int, const GeoClass*> byId_;
-  std::unordered_map<int, ObjectKey> objects_;  ///< by anchor
+  std::optional<kaldex::AnchorObjects> objects_;
   long long written_ = 0;
   long long withoutPlace_ = 0;
 };
