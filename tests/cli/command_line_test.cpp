@@ -122,7 +122,7 @@ TEST_F(CommandLineTest, CompletionAndManPageKnowTheKindsOfEachFormat) {
   const QList<QPair<QString, QStringList>> wrong = {{"import", {"", "none", "f", "base.gpkg", "p/l"}},
                                                     {"export", {"", "none", "base.gpkg", "p/l", "f"}}};
   for (const auto& [command, words] : wrong) {
-    for (const char* const format : {"ascii", "shapefile", "csv"}) {
+    for (const char* const format : {"ascii", "shapefile", "csv", "dxf", "arcinfo", "kml"}) {
       QStringList line = QStringList(command) + words + QStringList{"--lang", "pt"};
       line[1] = format;
       const QString told = QString::fromLocal8Bit(run(line).err).section('\n', 0, 0);

@@ -15,7 +15,7 @@ class ExchangeTest : public CliTest {
 };
 
 TEST_F(ExchangeTest, LinesGoThroughEveryFormat) {
-  for (const QString& name : {"a.kml", "B.KMZ", "c.gen"}) {
+  for (const QString name : {"a.kml", "B.KMZ", "c.gen"}) {
     const QString format = name == "c.gen" ? "arcinfo" : "kml";
     const QJsonObject made = runJson({"export", format, "lines", "base.gpkg", "p/l", name}).json();
     EXPECT_EQ(made["written"].toObject()["lines"].toInt(), 1) << name.toStdString();
@@ -28,7 +28,7 @@ TEST_F(ExchangeTest, LinesGoThroughEveryFormat) {
     const QJsonArray box = layer(place)["box"].toArray();
     EXPECT_NEAR(box[0].toDouble(), 500000.0, 1.0) << "in the project's plane";
   }
-  for (const QString& target : {"d.gen", "e.kdx", "f.kmz", "g.shp", "h.gpkg"}) {
+  for (const QString target : {"d.gen", "e.kdx", "f.kmz", "g.shp", "h.gpkg"}) {
     const QString source = target == "d.gen" ? "a.kml" : "c.gen";
     const QJsonObject done = runJson({"convert", source, target, "--crs", "EPSG:31983"}).json();
     EXPECT_EQ(done["written"].toObject()["lines"].toInt(), 1) << target.toStdString();

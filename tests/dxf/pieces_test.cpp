@@ -96,8 +96,12 @@ TEST(DrawingReader, EntitiesOfBlocksAreNoEntities) {
     EXPECT_EQ(reader.searchSection(stream.get(), DrawingReader::entities), one.found)
         << one.text.toStdString();
     EXPECT_EQ(reader.ended(), one.ended);
-    if (!one.ended) EXPECT_EQ(reader.value(), one.value);
-    if (one.text.startsWith(header)) EXPECT_EQ(reader.codePage(), QByteArray("ANSI_1251"));
+    if (!one.ended) {
+      EXPECT_EQ(reader.value(), one.value);
+    }
+    if (one.text.startsWith(header)) {
+      EXPECT_EQ(reader.codePage(), QByteArray("ANSI_1251"));
+    }
   }
 }
 
