@@ -163,7 +163,8 @@ void CsvSurvey::Walk::readHeader(std::string_view line) {
   }
   survey_.keyColumn_ = findKey();
   lookAtQuotes(parts_.fields.size());
-  lookAtNames(line);
+  // The last name of a header that goes on is no whole one.
+  if (!source_.isCut()) lookAtNames(line);
 }
 
 int CsvSurvey::Walk::findKey() const {
