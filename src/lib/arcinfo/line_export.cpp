@@ -6,8 +6,7 @@
 inline namespace kaldex_v1 {
 
 IEArcInfo::LineExport::LineExport(IEArcInfo& handler, Vector& vector, bool onlyUsedClasses)
-    : handler_(handler),
-      vector_(vector),
+    : vector_(vector),
       filter_(onlyUsedClasses, handler.dataBase, vector.infoLayer()),
       lineFilter_(filter_, vector),
       writer_(handler),

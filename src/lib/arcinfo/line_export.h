@@ -29,7 +29,6 @@ class IEArcInfo::LineExport {
   void writeOutline(SPolygon& polygon);
   void writeSonsOfOtherClasses(SPolygon& polygon);
 
-  IEArcInfo& handler_;
   Vector& vector_;
   kaldex::ClassFilter filter_;
   kaldex::LineClassFilter lineFilter_;
