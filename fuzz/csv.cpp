@@ -46,6 +46,8 @@ void cleanAndLook(const QString& from, const QString& to, CsvQuestion question) 
   QString error;
   if (!CsvCleaner(question).clean(from, to, error)) return;
   question.quotes = false;
+  // Readers that part fields at any of three separators are given one of these.
+  if (question.anySeparator && question.separator == "\t") question.separator = ";";
   const CsvSurvey clean(to, question);
   for (const CsvFinding& found : clean.findings()) {
     if (staysInPlace(found.kind)) continue;

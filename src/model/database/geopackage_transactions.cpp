@@ -60,7 +60,8 @@ void GeoPackageDataBase::beforeCommit() {
   attributes_.flush();
   objects_.finish();
   associations_.finish();
-  categories_.storeDrawnIds();
+  // Numbers that were drawn for what was then taken back are no change of their own.
+  if (connection_.inTransaction()) categories_.storeDrawnIds();
   texts_.finish();
 }
 
