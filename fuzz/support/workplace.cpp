@@ -53,7 +53,9 @@ void BitPresenter::start(std::uint8_t answers) {
 }
 
 int BitPresenter::present(int kind, QWidget*, const QString&, const QString& text) {
-  if (text.startsWith(QLatin1String("Banco de Dados com problemas")) ||
+  // A table can't have as many columns as a file may: that is told, and no fault.
+  const bool refused = text.contains(QLatin1String("too many columns"));
+  if ((text.startsWith(QLatin1String("Banco de Dados com problemas")) && !refused) ||
       text.startsWith(QString::fromUtf8("Memória insuficiente"))) {
     finding(text);
   }
