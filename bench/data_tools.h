@@ -104,6 +104,7 @@ int surveyDate(int index);
 void makeSamples(const Options& options);
 void makePoints(const Options& options);
 void makeRows(const Options& options);
+void makeDrawing(const Options& options);
 
 }  // namespace kaldex
 

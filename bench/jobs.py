@@ -30,6 +30,7 @@ NO_ATTRIBUTES = ["-select", ""]
 RECORDS_PER_FEATURE = 5  # samples, points and rows, as the maker of the data has it
 MEMORY_LIMIT = 120e6  # bytes, of the features that are streamed
 LARGER_MEMORY_LIMIT = 150e6
+FOREIGN_MEMORY_LIMIT = 100e6
 
 
 @dataclass
@@ -289,21 +290,46 @@ def foreign_jobs():
             lambda c, folder: [c.to_geopackage("placemarks.kml", folder / "out.gpkg", "-nlt", "LINESTRING", *KML_DRIVER)],
             lambda c, folder: checks.geopackage(folder / "out.gpkg", ("LINE",), c.count // 2),
             lambda c, folder: checks.geopackage(folder / "out.gpkg", ("LINE",), c.count // 2),
-            variants={"no index": NO_INDEX}),
+            variants={"no index": NO_INDEX}, memory=FOREIGN_MEMORY_LIMIT),
         Job("kml-out", "layer in UTM to KML lines", 0.40, prepared(ours[0], peer[0]),
             lambda c, folder: c.export("kml", "lines", ours[0], "bench/marks", folder / "out.kml"),
             lambda c, folder: [[c.peer, "-q", "-f", "KML", folder / "out.kml", c.prepared / peer[0], *KML_DRIVER]],
             lambda c, folder: checks.occurrences(folder / "out.kml", b"<Placemark", c.count // 2),
             lambda c, folder: checks.occurrences(folder / "out.kml", b"<Placemark", c.count // 2),
-            {"ours": ours, "peer": peer}),
+            {"ours": ours, "peer": peer}, memory=FOREIGN_MEMORY_LIMIT),
         Job("ungenerate-in", "ungenerate lines into a layer / CSV with WKT", 0.35,
             lambda c, side: [c.data / ("lines.gen" if side == "ours" else "lines.csv")],
             lambda c, folder: c.database(folder / "out.gpkg", "arcinfo", "lines", "lines.gen", "bench/lines",
                                          "--model", "thematic"),
             lambda c, folder: [c.to_geopackage("lines.csv", folder / "out.gpkg", *CSV_IN)],
-            geopackage("LINE"), geopackage("LINE"), variants={"no index": NO_INDEX}),
+            geopackage("LINE"), geopackage("LINE"), variants={"no index": NO_INDEX},
+            memory=FOREIGN_MEMORY_LIMIT),
+    ]
+
+
+def drawing_jobs():
+    """Of five entities two are lines, two polylines and one is a point. The peer's writer has no place for fields."""
+    def entities(c, folder):
+        checks.geopackage(folder / "out.gpkg", ("LINE",), c.count // 2 * 4 // 5)
+        checks.geopackage(folder / "out.gpkg", ("POINT",), c.count // 2 // 5)
+
+    return [
+        Job("dxf-in", "DXF lines, polylines and points of ten layers into a layer", 0.40, source("drawing.dxf"),
+            lambda c, folder: c.database(folder / "out.gpkg", "dxf", "lines", "drawing.dxf", "bench/drawing",
+                                         "--model", "thematic"),
+            lambda c, folder: [c.to_geopackage("drawing.dxf", folder / "out.gpkg", "-a_srs", CRS)],
+            entities, lambda c, folder: checks.geopackage(folder / "out.gpkg", ("GEOMETRY",), c.count // 2),
+            variants=IMPORT_VARIANTS, memory=FOREIGN_MEMORY_LIMIT),
+        Job("dxf-out", "layer to DXF lines", 0.15, prepared(OUR_LINES[0], PEER_LINES[0]),
+            lambda c, folder: c.export("dxf", "lines", OUR_LINES[0], "bench/lines", folder / "out.dxf"),
+            lambda c, folder: [[c.peer, "-q", "-f", "DXF", folder / "out.dxf", c.prepared / PEER_LINES[0],
+                                *NO_ATTRIBUTES]],
+            lambda c, folder: checks.text_lines(folder / "out.dxf", b"POLYLINE", c.count),
+            lambda c, folder: checks.text_lines(folder / "out.dxf", b"LWPOLYLINE", c.count),
+            {"ours": OUR_LINES, "peer": PEER_LINES}, memory=FOREIGN_MEMORY_LIMIT),
     ]
 
 
 def all_jobs():
-    return import_jobs() + export_jobs() + text_jobs() + point_jobs() + table_jobs() + scaling_jobs() + foreign_jobs()
+    return (import_jobs() + export_jobs() + text_jobs() + point_jobs() + table_jobs() + scaling_jobs() +
+            foreign_jobs() + drawing_jobs())

@@ -320,7 +320,8 @@ constexpr Part kParts[] = {{"lines", makeLines},
                            {"points", makePoints},
                            {"rows", makeRows},
                            {"ungenerate", makeUngenerate},
-                           {"placemarks", makePlacemarks}};
+                           {"placemarks", makePlacemarks},
+                           {"drawing", makeDrawing}};
 
 // What was made, so that a comparison knows whether the data that it finds is the data that it wants.
 void writeStamp(const Options& options) {
@@ -370,7 +371,7 @@ Options parse(int argc, char** argv) {
   if (options.folder.empty()) {
     fail(
         "use: kaldex-bench-data FOLDER [--count N] [--vertices N] [--seed N] "
-        "[--only lines,polygons,samples,points,rows]");
+        "[--only lines,polygons,samples,points,rows,ungenerate,placemarks,drawing]");
   }
   const double vertices = options.vertices + kMostExtraVertices + 1.0;
   const bool tooLarge = options.count * (60 + 16 * vertices) > kBytesOfAShapefile;
