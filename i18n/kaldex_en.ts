@@ -2036,5 +2036,9 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
         <source>--scale-by: espera-se um número que não seja zero</source>
         <translation>--scale-by: a number other than zero is expected</translation>
     </message>
+    <message>
+        <source>lido, mas de outro tipo que o pedido na saída</source>
+        <translation>read, but of another kind than the output was asked for</translation>
+    </message>
 </context>
 </TS>

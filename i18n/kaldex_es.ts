@@ -2036,5 +2036,9 @@ Código de salida: 0 hecho, 1 falló, 2 uso incorrecto, 3 rechazado por una preg
         <source>--scale-by: espera-se um número que não seja zero</source>
         <translation>--scale-by: se espera un número que no sea cero</translation>
     </message>
+    <message>
+        <source>lido, mas de outro tipo que o pedido na saída</source>
+        <translation>leído, pero de otro tipo que el pedido en la salida</translation>
+    </message>
 </context>
 </TS>

@@ -1,6 +1,8 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
+#include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "cli/commands.h"
 #include "cli/database_access.h"
@@ -147,6 +149,21 @@ Result Conversion::throughDataBase() {
   return result;
 }
 
+// Points beside lines in a drawing, say, when only lines were asked for. What goes out under another name is
+// no loss: borders as lines, samples as points, texts as labels.
+void countOtherKinds(JobReport& whole, const JobReport& target) {
+  static const std::pair<const char*, QStringList> kCarriers[] = {
+      {"points", {"points", "samples", "labels"}},
+      {"lines", {"lines", "polygons", "contours", "samples"}},
+      {"texts", {"texts", "labels"}}};
+  for (const auto& [kind, names] : kCarriers) {
+    const long long kept = whole.written.value(QLatin1String(kind));
+    const bool carried = std::any_of(names.begin(), names.end(),
+                                     [&](const QString& name) { return target.written.value(name) > 0; });
+    if (kept > 0 && !carried) whole.countLeftOut(QStringLiteral("other_kind"), kept);
+  }
+}
+
 // What was read is of the source, what was written of the target.
 Result Conversion::exportFrom(DataBase& dataBase) {
   InfoLayer& layer = *dataBase.layers(*dataBase.projects().First()).First();
@@ -159,6 +176,7 @@ Result Conversion::exportFrom(DataBase& dataBase) {
     const JobReportScope scope(part);
     result = exportLayer(job_, exportOptions(kind, layer), dataBase);
   }
+  countOtherKinds(whole, part);
   whole.written = part.written;
   for (auto count = part.leftOut.begin(); count != part.leftOut.end(); ++count)
     whole.countLeftOut(count.key(), count.value());

@@ -49,6 +49,7 @@ constexpr Word kLeftOut[] = {
     {"no_label_point", QT_TRANSLATE_NOOP("kaldex", "polígono sem lugar para um identificador")},
     {"not_associated", QT_TRANSLATE_NOOP("kaldex", "identificador que não encontrou nada no plano")},
     {"unsupported", QT_TRANSLATE_NOOP("kaldex", "tipo que esta operação não trata")},
+    {"other_kind", QT_TRANSLATE_NOOP("kaldex", "lido, mas de outro tipo que o pedido na saída")},
 };
 
 constexpr Word kChoices[] = {

@@ -32,6 +32,7 @@ inline namespace kaldex_v1 {
 ///   no_label_point    a polygon without a place for a label
 ///   not_associated    a label that found nothing in the layer
 ///   unsupported       a kind of record that the operation doesn't take
+///   other_kind        taken from the source of a conversion, but the kind that was asked for doesn't hold it
 class KALDEX_API JobReport {
  public:
   struct Place {

@@ -35,6 +35,14 @@ TEST_F(ExchangeTest, LinesGoThroughEveryFormat) {
   }
 }
 
+TEST_F(ExchangeTest, PointsBesideTheLinesThatWereAskedForAreTold) {
+  write("a.dxf", "0\nLINE\n8\nA\n10\n0\n20\n0\n11\n5\n21\n5\n0\nPOINT\n8\nA\n10\n1\n20\n2\n0\nEOF\n");
+  const QJsonObject done =
+      runJson({"convert", "a.dxf", "a.kdx", "--kind", "lines", "--crs", "NONE", "--yes"}).json();
+  EXPECT_EQ(done["written"].toObject(), QJsonObject({{"lines", 1}}));
+  EXPECT_EQ(done["left_out"].toObject(), QJsonObject({{"other_kind", 1}}));
+}
+
 TEST_F(ExchangeTest, BrokenDocumentsAreToldWithTheirPlace) {
   write("a.kml", "<kml>\n<Placemark><name>a & b</name></Placemark></kml>");
   const QJsonObject failed = runJson({"import", "kml", "features", "a.kml", "base.gpkg", "p/k"}, 1).json();
