@@ -7,6 +7,7 @@
 #include "cli/texts.h"
 #include "kaldex/job_report.h"
 #include "kaldex/kml.h"
+#include "kaldex/model/report.h"
 
 // KML and KMZ as the command offers them.
 
@@ -66,6 +67,14 @@ SourceFacts inspectKml(const QString& path, const QString&, const Options& optio
 }
 
 /// One document, under the name that was asked for.
+// The handler itself shows no message: why it could not write is its last note.
+int tellNote() {
+  JobReport* const report = JobReport::current();
+  if (report != nullptr && !report->notes.isEmpty())
+    SMessageBox::Show(0, nullptr, QStringLiteral("KALDEX"), report->notes.takeLast());
+  return 0;
+}
+
 class DocumentExport {
  public:
   explicit DocumentExport(const ExportContext& context) : context_(context), projection_(wgs84()) {}
@@ -86,7 +95,7 @@ int DocumentExport::run(Vector& vector, int (*fill)(IEKml& handler, Vector& vect
   handler->Init(context_.folder, 0, name, &context_.project, &context_.layer, &context_.dataBase,
                 projection_.get(), 0, nullptr, nullptr, nullptr);
   handler->setZipped(zipped);
-  if (fill(*handler, vector) == 0 || handler->WriteToFile() == 0) return 0;
+  if (fill(*handler, vector) == 0 || handler->WriteToFile() == 0) return tellNote();
   if (JobReport* const report = JobReport::current())
     report->projection = {projectionName(*projection_), QStringLiteral("format")};
   // The handler puts the ending in small letters behind the name.

@@ -28,6 +28,9 @@ imports=(
   'whole|plots|classify ascii DATA/objects.txt DB project/plots'
   'whole|earlier|import ascii table DATA/rows.txt DB imoveis'
   'whole|earlier|import csv nonspatial DATA/rows.csv DB rows'
+  'prefix|earlier|import dxf lines DATA/drawing.dxf DB project/new --model thematic'
+  'prefix|earlier|import kml lines DATA/placemarks.kml DB project/new --model thematic'
+  'prefix|earlier|import arcinfo lines DATA/lines.gen DB project/new --model thematic'
 )
 chosen=("${!imports[@]}")
 

@@ -11,6 +11,8 @@ namespace kaldex {
 namespace {
 
 SException::Kind kindOf(int code) {
+  // The rest of what a full disk has undone.
+  if (code == SQLITE_CONSTRAINT_COMMITHOOK) return SException::Kind::diskFull;
   switch (code & 0xff) {
     case SQLITE_FULL:
     case SQLITE_IOERR:
@@ -184,6 +186,7 @@ SqliteConnection::~SqliteConnection() {
     const std::lock_guard<std::mutex> lock(known.mutex);
     known.byHandle.erase(handle_);
   }
+  sqlite3_commit_hook(handle_, nullptr, nullptr);
   if (inTransaction_) sqlite3_exec(handle_, "ROLLBACK", nullptr, nullptr, nullptr);
   if (owned_) sqlite3_close_v2(handle_);
 }
@@ -202,6 +205,18 @@ void SqliteConnection::configure() {
   exec("PRAGMA foreign_keys=OFF");
   sqlite3_extended_result_codes(handle_, 1);
   sqlite3_busy_timeout(handle_, 5000);
+  sqlite3_commit_hook(handle_, &SqliteConnection::refuseLoneCommit, this);
+}
+
+// A failure (of a full disk, say) may make SQLite undo the whole transaction by itself. What comes behind
+// would then go into the file statement by statement, and stay there after all else was taken back.
+int SqliteConnection::refuseLoneCommit(void* connection) {
+  const auto* const self = static_cast<SqliteConnection*>(connection);
+  return self->inTransaction_ && !self->committing_ ? 1 : 0;
+}
+
+bool SqliteConnection::isTransactionLost() const {
+  return inTransaction_ && sqlite3_get_autocommit(handle_) != 0;
 }
 
 void SqliteConnection::exec(const std::string& sql) {
@@ -244,7 +259,14 @@ void SqliteConnection::commit() {
   // Listeners may still hold changes that open the transaction.
   notifyCommit();
   if (!inTransaction_) return;
-  exec("COMMIT");
+  committing_ = true;
+  try {
+    exec("COMMIT");
+  } catch (...) {
+    committing_ = false;
+    throw;
+  }
+  committing_ = false;
   inTransaction_ = false;
 }
 
@@ -252,7 +274,7 @@ void SqliteConnection::rollback() {
   queue_.abandon();
   if (!blocks_.empty()) {
     for (TransactionListener* listener : listeners_) listener->releaseCursors();
-    exec("ROLLBACK TO kdx" + std::to_string(blocks_.size()));
+    if (!isTransactionLost()) exec("ROLLBACK TO kdx" + std::to_string(blocks_.size()));
     notifyRollback();
     return;
   }
@@ -268,6 +290,8 @@ void SqliteConnection::beginBlock() {
   notifyCommit();
   const bool opened = !inTransaction_;
   beginChange();
+  if (isTransactionLost())
+    throw SException(QString::fromUtf8(sqlite3_errstr(SQLITE_ABORT_ROLLBACK)), SException::Kind::diskFull);
   exec("SAVEPOINT kdx" + std::to_string(blocks_.size() + 1));
   blocks_.push_back({opened});
 }
@@ -290,7 +314,8 @@ void SqliteConnection::endBlock(bool keep) {
     exec("RELEASE " + name);
     if (block.openedTransaction && blocks_.empty()) exec("ROLLBACK");
   }
-  if (block.openedTransaction || sqlite3_get_autocommit(handle_) != 0) inTransaction_ = false;
+  // Blocks around a lost one are lost, too: until the last of them ends nothing may be changed.
+  if (block.openedTransaction || (blocks_.empty() && isTransactionLost())) inTransaction_ = false;
   notifyRollback();
 }
 

@@ -174,10 +174,15 @@ class SqliteConnection {
   void begin();
   void notifyCommit();
   void notifyRollback();
+  /// SQLite's commit hook.
+  static int refuseLoneCommit(void* connection);
+  /// SQLite has ended the transaction by itself, after a failure, and nobody has rolled it back here yet.
+  bool isTransactionLost() const;
 
   sqlite3* handle_ = nullptr;
   bool owned_ = false;
   bool inTransaction_ = false;
+  bool committing_ = false;
   struct Block {
     bool openedTransaction;
   };
