@@ -890,6 +890,10 @@
         <source>XML inválido</source>
         <translation>Invalid XML</translation>
     </message>
+    <message>
+        <source>O disco está cheio.</source>
+        <translation>The disk is full.</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>

@@ -890,6 +890,10 @@
         <source>XML inválido</source>
         <translation>XML no válido</translation>
     </message>
+    <message>
+        <source>O disco está cheio.</source>
+        <translation>El disco está lleno.</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
