@@ -54,8 +54,9 @@ int decimalsOf(const char* format) {
   return decimals < kMaxDecimals ? decimals : kMaxDecimals;
 }
 
+// An empty name would leave an empty line, over which readers stumble.
 DrawingOutput::DrawingOutput(TextOutput& out, const char* layer)
-    : out_(out), layer_(layer != nullptr ? layer : "0") {}
+    : out_(out), layer_(layer != nullptr && *layer != 0 ? layer : "0") {}
 
 // --- Header and end ---
 
@@ -148,9 +149,9 @@ void DrawingOutput::preparePolyline(float height, std::string_view suffix) {
   polylineEnd_ = "  0\nSEQEND\n" + layer;
 }
 
-void DrawingOutput::polyline(const double* xy, int count, float height, std::string_view suffix) {
+void DrawingOutput::polyline(const double* xy, int count, float height, const char* suffix) {
   if (count < 2) return;
-  preparePolyline(height, suffix);
+  preparePolyline(height, suffix != nullptr ? suffix : "");
   out_.append(polylineHead_);
   for (const double* const end = xy + 2 * static_cast<std::size_t>(count); xy != end; xy += 2) {
     out_.append(vertexHead_);

@@ -24,8 +24,10 @@ int decimalsOf(const char* format);
 // Writes the pieces of a drawing: coordinates as they come, with the decimals that were set.
 class DrawingOutput {
  public:
-  // `layer` is the base name of layers, in Latin-1; null for that of drawings, "0". Borrows the output.
+  // `layer` is the base name of layers, in Latin-1; null or empty for that of drawings, "0". Borrows the
+  // output.
   DrawingOutput(TextOutput& out, const char* layer);
+  const std::string& layer() const { return layer_; }
 
   // Header with the layer's box (plane, or geographic in degrees or seconds) and table of layers.
   void header(const InfoLayer* box, short coordFormat, short layers);
@@ -34,8 +36,9 @@ class DrawingOutput {
 
   void point(double x, double y);
   void sample(double x, double y, float z);
-  // Nothing for fewer than two points. The height counts with the suffixes of lines of one height.
-  void polyline(const double* xy, int count, float height, std::string_view suffix);
+  // Nothing for fewer than two points. The height counts with the suffixes of lines of one height. Null is no
+  // suffix.
+  void polyline(const double* xy, int count, float height, const char* suffix);
   // A polyline of two vertices with heights.
   struct Vertex {
     double x;
