@@ -15,6 +15,9 @@ class IEDXF::TinExport : private IEDXF::DrawingExport {
   TinExport(IEDXF& handler, Tin& tin);
   ~TinExport();
 
+  /// The operation as a whole: what `write` writes of a vector that has to be a surface.
+  static int run(IEDXF& handler, Vector* vec, int (TinExport::*write)());
+
   int exportEdges();
   int exportTriangles();
 
@@ -61,6 +64,7 @@ int IEDXF::TinExport::exportEdges() {
     if (!wantsMore()) break;
     progress_.step();
     ++read_;
+    if (edge.Node[0] < 0 || edge.Node[1] < 0) continue;
     const bool first = isUsable(edge.Node[0]);
     const bool second = isUsable(edge.Node[1]);
     if (!first || !second) continue;
@@ -85,28 +89,26 @@ int IEDXF::TinExport::exportTriangles() {
   return finish();
 }
 
-int IEDXF::ExportTIN(Vector* vec) {
-  const Tracer tracer(__FILE__, __LINE__, "IEDXF::ExportTIN");
-  return guarded([&] {
+int IEDXF::TinExport::run(IEDXF& handler, Vector* vec, int (TinExport::*write)()) {
+  return handler.guarded([&] {
     if (vec == nullptr) return invalidArgument("vec");
     auto* const tin = dynamic_cast<Tin*>(vec);
     if (tin == nullptr) return logicRestriction("No TIN in Vector");
-    if (!openFile("w+")) return 0;
+    if (!handler.openFile("w+")) return 0;
     if (!tin->isLoaded()) tin->LoadTin();
-    return TinExport(*this, *tin).exportEdges();
+    TinExport work(handler, *tin);
+    return (work.*write)();
   });
+}
+
+int IEDXF::ExportTIN(Vector* vec) {
+  const Tracer tracer(__FILE__, __LINE__, "IEDXF::ExportTIN");
+  return TinExport::run(*this, vec, &TinExport::exportEdges);
 }
 
 int IEDXF::ExportTIN3D(Vector* vec) {
   const Tracer tracer(__FILE__, __LINE__, "IEDXF::ExportTIN3D");
-  return guarded([&] {
-    if (vec == nullptr) return invalidArgument("vec");
-    auto* const tin = dynamic_cast<Tin*>(vec);
-    if (tin == nullptr) return logicRestriction("No TIN in Vector");
-    if (!openFile("w+")) return 0;
-    if (!tin->isLoaded()) tin->LoadTin();
-    return TinExport(*this, *tin).exportTriangles();
-  });
+  return TinExport::run(*this, vec, &TinExport::exportTriangles);
 }
 
 }  // namespace kaldex_v1
