@@ -3,7 +3,6 @@
 #include <QFile>
 #include <QObject>
 
-#include "kaldex/job_report.h"
 #include "kaldex/model/catalog.h"
 
 inline namespace kaldex_v1 {
@@ -32,6 +31,7 @@ IEDXF::DrawingExport::DrawingExport(IEDXF& handler, long long records, int plane
       text_(handler.file),
       out_(text_, handler.IEDlayerok.get()),
       progress_(kaldex::progressSteps(records)),
+      planeDecimals_(planeDecimals),
       coordinates_(text_, numberFormat(handler.coordFormat),
                    handler.project != nullptr ? handler.project->projection() : nullptr) {
   out_.setDecimals(decimals(handler.coordFormat, planeDecimals));
@@ -51,10 +51,25 @@ void IEDXF::DrawingExport::report() const {
   if (job == nullptr) return;
   const QString name = QFile::decodeName(handler_.openedPath());
   if (!job->files.contains(name)) job->files.append(name);
-  if (handler_.coordFormat == kAngleTexts)
-    job->note(QObject::tr("DXF não tem graus, minutos e segundos: gravados graus decimais."));
+  const QString asked = QString::fromLatin1(handler_.chosenLayer_.get());
+  const QString layer = QString::fromLatin1(out_.layer().c_str());
+  if (!asked.isEmpty() && asked != layer) job->renamed.append({asked, layer});
+  noteForm(*job);
   if (coordinates_.failed() > 0)
     job->note(QObject::tr("Coordenadas sem valor geográfico: %1").arg(coordinates_.failed()));
+}
+
+// Decimals that are plenty in metres are few in degrees.
+void IEDXF::DrawingExport::noteForm(JobReport& job) const {
+  if (handler_.coordFormat == kAngleTexts)
+    job.note(QObject::tr("DXF não tem graus, minutos e segundos: gravados graus decimais."));
+  const SProjection* const plane = handler_.project != nullptr ? handler_.project->projection() : nullptr;
+  if (handler_.coordFormat == 0 && plane != nullptr && plane->isLatLong() &&
+      planeDecimals_ < kDegreeDecimals) {
+    job.note(QObject::tr("Graus gravados com %1 casas decimais; a forma de graus decimais grava %2.")
+                 .arg(planeDecimals_)
+                 .arg(kDegreeDecimals));
+  }
 }
 
 void IEDXF::DrawingExport::writePolyline(const Line& line, const char* suffix) {
@@ -98,6 +113,12 @@ void reportWritten(const char* kind, long long count) {
 void reportLeftOut(const char* reason, long long count) {
   JobReport* const job = JobReport::current();
   if (job != nullptr && count > 0) job->countLeftOut(QString::fromLatin1(reason), count);
+}
+
+void noteEmptyTexts(long long count) {
+  JobReport* const job = JobReport::current();
+  if (job != nullptr && count > 0)
+    job->note(QObject::tr("Textos vazios, que um DXF não guarda: %1").arg(count));
 }
 
 }  // namespace kaldex

@@ -5,6 +5,7 @@
 
 #include "base/text_output.h"
 #include "kaldex/dxf.h"
+#include "kaldex/job_report.h"
 #include "kaldex/model/line.h"
 #include "lib/ascii/coordinate_writer.h"
 #include "lib/dxf/drawing_output.h"
@@ -41,7 +42,9 @@ class IEDXF::DrawingExport {
 
  private:
   void report() const;
+  void noteForm(JobReport& job) const;
 
+  int planeDecimals_;
   kaldex::CoordinateWriter coordinates_;
   std::vector<double> converted_;
 };
@@ -54,6 +57,7 @@ namespace kaldex {
 void reportRead(const char* kind, long long count);
 void reportWritten(const char* kind, long long count);
 void reportLeftOut(const char* reason, long long count);
+void noteEmptyTexts(long long count);
 
 }  // namespace kaldex
 

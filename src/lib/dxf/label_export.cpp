@@ -17,11 +17,7 @@ class IEDXF::LabelExport : private IEDXF::DrawingExport {
                       kLabelDecimals),
         vector_(vector),
         category_(category) {}
-  ~LabelExport() {
-    kaldex::reportRead("labels", read_);
-    kaldex::reportWritten("labels", written_);
-    kaldex::reportLeftOut("no_geometry", read_ - written_);
-  }
+  ~LabelExport();
 
   int exportClasses(bool onlyUsed);
   int exportObjects();
@@ -42,7 +38,16 @@ class IEDXF::LabelExport : private IEDXF::DrawingExport {
   Category& category_;
   long long read_ = 0;
   long long written_ = 0;
+  long long empty_ = 0;
+  long long withoutPlace_ = 0;
 };
+
+IEDXF::LabelExport::~LabelExport() {
+  kaldex::reportRead("labels", read_);
+  kaldex::reportWritten("labels", written_);
+  kaldex::reportLeftOut("no_label_point", withoutPlace_);
+  kaldex::noteEmptyTexts(empty_);
+}
 
 // --- Texts ---
 
@@ -50,9 +55,14 @@ void IEDXF::LabelExport::write(const Point& place, const QString& label) {
   kaldex::DrawingOutput::TextLook look;
   look.height = 60.0;
   look.plainAngle = true;
-  if (place.isUnset() || label.trimmed().isEmpty()) return;
-  writeText(place, label, look);
-  ++written_;
+  if (place.isUnset()) {
+    ++withoutPlace_;
+  } else if (label.trimmed().isEmpty()) {
+    ++empty_;
+  } else {
+    writeText(place, label, look);
+    ++written_;
+  }
 }
 
 void IEDXF::LabelExport::writePolygon(SPolygon& polygon, const QString& label) {
@@ -92,9 +102,10 @@ int IEDXF::LabelExport::exportClasses(bool onlyUsed) {
 IEDXF::LabelExport::Names IEDXF::LabelExport::chosenClasses(bool onlyUsed) const {
   Names names;
   DataBase* const base = handler_.dataBase;
+  InfoLayer* const layer = vector_.infoLayer();
+  const bool known = base != nullptr && layer != nullptr;
   for (const GeoClass* geoClass : category_.classes) {
-    const bool known = base != nullptr && handler_.infoLayer != nullptr;
-    if (!onlyUsed || (known && base->classInLayer(*handler_.infoLayer, geoClass->id)))
+    if (!onlyUsed || (known && base->classInLayer(*layer, geoClass->id)))
       names.emplace(geoClass->id, geoClass->name);
   }
   return names;
@@ -134,7 +145,7 @@ void IEDXF::LabelExport::writePointClasses(const Names& names) {
 
 int IEDXF::LabelExport::exportObjects() {
   begin();
-  const kaldex::AnchorObjects objects(handler_.dataBase, handler_.infoLayer);
+  const kaldex::AnchorObjects objects(handler_.dataBase, vector_.infoLayer());
   for (Anchor* next = vector_.FirstAnchor(); next != nullptr; next = vector_.NextAnchor()) {
     const std::unique_ptr<Anchor> anchor(next);
     if (!wantsMore()) break;

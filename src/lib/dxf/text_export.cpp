@@ -1,7 +1,4 @@
-#include <QObject>
-
 #include "base/tracer.h"
-#include "kaldex/job_report.h"
 #include "kaldex/model/text.h"
 #include "lib/ascii/text_scale.h"
 #include "lib/dxf/drawing_export.h"
@@ -37,9 +34,7 @@ IEDXF::TextExport::TextExport(IEDXF& handler, EntitieList& texts)
 IEDXF::TextExport::~TextExport() {
   kaldex::reportRead("texts", read_);
   kaldex::reportWritten("texts", read_ - empty_);
-  JobReport* const job = JobReport::current();
-  if (job != nullptr && empty_ > 0)
-    job->note(QObject::tr("Textos vazios, que um DXF não guarda: %1").arg(empty_));
+  kaldex::noteEmptyTexts(empty_);
 }
 
 int IEDXF::TextExport::run() {
