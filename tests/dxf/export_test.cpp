@@ -50,12 +50,33 @@ TEST_F(DxfExport, LinesAreAppended) {
   makeLayer(THEMATICMODEL, vectorLines);
   EXPECT_EQ(exporter()->ExportLines(vector, 0), 1);
   EXPECT_EQ(written(), plain + kEnd);
+  EXPECT_TRUE(report.notes.isEmpty());
   insertLine(*vector, {1, 2, 3.00049, 4})->Free(1);
   insertLine(*vector, {9, 9})->Free(1);
   EXPECT_EQ(exporter()->ExportLines(vector, 0), 1);
   EXPECT_EQ(written(),
             plain + kEnd + plain + polyline("base", "0.000000", {"1.000", "2.000", "3.000", "4.000"}) + kEnd);
   EXPECT_EQ(report.leftOut["few_points"], 1);
+  write("in.dxf", "  0\nSECTION\n  2\nENTI");
+  EXPECT_EQ(exporter()->ExportLines(vector, 0), 1);
+  EXPECT_TRUE(written().startsWith("  0\nSECTION\n  2\nENTI\n" + plain));
+  EXPECT_EQ(report.notes.filter("já tinha conteúdo").size(), 1);
+}
+
+TEST_F(DxfExport, NamesOfLayers) {
+  makeLayer(THEMATICMODEL, vectorLines);
+  const struct {
+    const char* asked;
+    QByteArray written;
+  } cases[] = {{" ", "0"}, {"\xC1gua Limpa", "\xC1guaLimpa"}, {"a:b", "a_b"}, {"ok", "ok"}, {nullptr, "0"}};
+  for (const auto& one : cases) {
+    const auto dxf = exporter();
+    dxf->SetLayerName(one.asked);
+    EXPECT_EQ(dxf->ExportPoints(vector, nullptr, 0), 1);
+    EXPECT_EQ(written(), head("    1", layerRecord(one.written)) + kEnd);
+  }
+  ASSERT_EQ(report.renamed.size(), 3);
+  EXPECT_EQ(report.renamed[2], qMakePair(QString("a:b"), QString("a_b")));
 }
 
 TEST_F(DxfExport, PolygonsWithLooseLines) {
@@ -82,10 +103,22 @@ TEST_F(DxfExport, OnlyUsedClasses) {
   Point2d point(7, 7);
   point.classId = 77;
   vector->Insert(point);
+  SPolygon* const father = insertPolygon(*vector, {20, 20, 20, 30, 30, 30, 20, 20}, 2);
+  SPolygon* const son = insertPolygon(*vector, {22, 24, 22, 26, 23, 26, 22, 24}, 77);
+  father->AppendSon(son, 1);
+  father->changed = son->changed = stateChanged;
+  son->Free();
+  father->Free();
   vector->flush();
   EXPECT_EQ(exporter()->ExportLines(vector, 1), 1);
-  EXPECT_EQ(written().count("POLYLINE"), 2);
+  EXPECT_EQ(written().count("POLYLINE"), 3);
   EXPECT_FALSE(written().contains("3.000"));
+  EXPECT_EQ(report.read["lines"], report.written["lines"] + report.leftOut["class_filter"]);
+  report.leftOut.clear();
+  EXPECT_EQ(exporter()->ExportPolygons(vector, 1), 1);
+  EXPECT_EQ(written().count("POLYLINE"), 4);  // the son as the border of its father, and the loose line
+  EXPECT_EQ(report.written["polygons"], 3);
+  EXPECT_EQ(report.leftOut["class_filter"], 1);
   EXPECT_EQ(exporter()->ExportPoints(vector, category, 1), 1);
   EXPECT_EQ(written(), plain + kEnd);
   EXPECT_EQ(exporter()->ExportPoints(vector, category, 0), 1);
@@ -133,6 +166,14 @@ TEST_F(DxfExport, FormsOfCoordinates) {
     EXPECT_EQ(written().contains(one.form == 3 ? "$EXTMIN\n 10\n-1" : "$EXTMIN\n 10\n-4"), true);
   }
   EXPECT_EQ(report.notes.filter("graus decimais").size(), 1);
+
+  project = dataBase->createProject("Graus", *latLong());
+  into = layer(THEMATICMODEL, "degrees", {-46, -24, -45, -23}, project);
+  vector = into->vector(vectorLines, true);
+  insertLine(*vector, {-45.123456789, -23.5, -45.2, -23.6})->Free(1);
+  for (const short form : {2, 0}) EXPECT_EQ(exporter(form)->ExportPolygons(vector, 0), 1);
+  EXPECT_TRUE(written().contains("\n-45.123\n"));
+  EXPECT_EQ(report.notes.filter("Graus gravados com 3 casas").size(), 1);
 }
 
 TEST_F(DxfExport, Surfaces) {
@@ -140,7 +181,7 @@ TEST_F(DxfExport, Surfaces) {
   auto* const tin = dynamic_cast<Tin*>(vector);
   ASSERT_NE(tin, nullptr);
   const float none = static_cast<float>(kUnsetValue);
-  tin->assign({{1, 1, 10}, {2, 1, 20}, {1, 2, 30}, {9, 9, none}}, {{{0, 1}}, {{1, -1}}, {{2, 3}}, {{0, 9}}},
+  tin->assign({{1, 1, 10}, {2, 1, 20}, {1, 2, 30}, {9, 9, none}}, {{{0, 1}}, {{-1, 9}}, {{2, 3}}, {{0, 9}}},
               {{{0, 1, 2}}, {{0, 1, 3}}});
   EXPECT_EQ(exporter()->ExportTIN(tin), 1);
   EXPECT_EQ(messages.take(), "Ponteiro de arquivo inválido!(tin->Line())[i].Node > (tin->Node())size");
@@ -281,11 +322,13 @@ TEST_F(DxfExport, PiecesByThemselves) {
   const Point3d sample(1, 2, 3);
   EXPECT_EQ(dxf->PrintDefaultHeader(1), 1);
   EXPECT_EQ(dxf->PrintPolyline(&line, "%0.1lf  %0.1lf\n", "_L3D"), 1);
+  EXPECT_EQ(dxf->PrintPolyline(&line, "%0.1lf\n", nullptr), 1);
   EXPECT_EQ(dxf->PrintPoint2d(&sample, "%lf"), 1);
   EXPECT_EQ(dxf->PrintPoint3d(&sample, "%8.0lf"), 1);
   EXPECT_EQ(dxf->PrintEOF(), 1);
   dxf->FileClose();
   EXPECT_EQ(written(), plain + polyline("base_L3D", "5.000000", {"1.0", "2.0", "3.0", "4.0"}) +
+                           polyline("base", "0.000000", {"1.0", "2.0", "3.0", "4.0"}) +
                            "  0\nPOINT\n  8\nbase\n 10\n1.000000\n 20\n2.000000\n"
                            "  0\nPOINT\n  8\nbase_P3D\n 10\n1\n 20\n2\n 30\n3.000000\n" +
                            kEnd);

@@ -1,21 +1,23 @@
 #include <QObject>
-#include <memory>
-#include <unordered_map>
+#include <cstdio>
 
 #include "base/tracer.h"
+#include "kaldex/job_report.h"
 #include "kaldex/model/vector.h"
 #include "lib/dxf/drawing_export.h"
-#include "lib/frame/class_filter.h"
+#include "lib/frame/line_class_filter.h"
 
 inline namespace kaldex_v1 {
 
 /// Writes what a vector of lines holds: its lines, polygons or points, or the contours of one.
 class IEDXF::LineExport : private IEDXF::DrawingExport {
  public:
-  LineExport(IEDXF& handler, Vector& vector, bool onlyUsedClasses)
-      : DrawingExport(handler, vector.lineCount() + vector.polygonCount() + vector.point2dCount()),
+  /// `records` are those that the export walks over.
+  LineExport(IEDXF& handler, Vector& vector, bool onlyUsedClasses, long long records)
+      : DrawingExport(handler, records),
         vector_(vector),
-        filter_(onlyUsedClasses, handler.dataBase, handler.infoLayer) {}
+        filter_(onlyUsedClasses, handler.dataBase, vector.infoLayer()),
+        lineFilter_(filter_, vector) {}
   ~LineExport();
 
   int exportLines();
@@ -27,15 +29,14 @@ class IEDXF::LineExport : private IEDXF::DrawingExport {
   /// Write the lines that `wanted(line)` is true for.
   template <class Wanted>
   void writeLines(const char* suffix, Wanted wanted);
-  bool passes(const Line& line);
-  bool polygonPasses(int id);
+  void goBehindWhatIsThere();
   bool countFiltered(bool wanted);
   void writeOutline(SPolygon& polygon);
   void writeSonsOfOtherClasses(SPolygon& polygon);
 
   Vector& vector_;
   kaldex::ClassFilter filter_;
-  std::unordered_map<int, bool> polygonVerdicts_;
+  kaldex::LineClassFilter lineFilter_;
   long long linesRead_ = 0;
   long long linesWritten_ = 0;
   long long polygonsRead_ = 0;
@@ -64,7 +65,6 @@ void IEDXF::LineExport::writeLines(const char* suffix, Wanted wanted) {
   for (Line* line = vector_.FirstLine(); line != nullptr && wantsMore(); line = vector_.NextLine()) {
     progress_.step();
     if (wanted(*line)) {
-      ++linesRead_;
       const bool enough = line->Size() >= 2;
       if (enough) writePolyline(*line, suffix);
       ++(enough ? linesWritten_ : fewPoints_);
@@ -81,32 +81,33 @@ bool IEDXF::LineExport::countFiltered(bool wanted) {
 // --- Lines ---
 
 int IEDXF::LineExport::exportLines() {
+  goBehindWhatIsThere();
   begin();
-  writeLines("", [this](const Line& line) { return countFiltered(passes(line)); });
+  writeLines("", [this](const Line& line) {
+    ++linesRead_;
+    return countFiltered(lineFilter_.passes(line));
+  });
   return finish();
 }
 
-// A line that bounds a polygon of a wanted class is part of it, whatever its own class is.
-bool IEDXF::LineExport::passes(const Line& line) {
-  if (filter_.passes(line.classId)) return true;
-  return polygonPasses(line.leftPolygon) || polygonPasses(line.rightPolygon);
-}
-
-// A polygon bounds several lines, so its answer is kept.
-bool IEDXF::LineExport::polygonPasses(int id) {
-  PolygonSet* const polygons = vector_.polygonSet();
-  if (id <= 0 || polygons == nullptr) return false;
-  const auto known = polygonVerdicts_.find(id);
-  if (known != polygonVerdicts_.end()) return known->second;
-  const std::unique_ptr<SPolygon> polygon(polygons->Get(id));
-  const bool verdict = polygon != nullptr && filter_.passes(polygon->classId);
-  polygonVerdicts_.emplace(id, verdict);
-  return verdict;
+// A drawing that was cut has an unfinished last line, which would take the first of ours for its end.
+void IEDXF::LineExport::goBehindWhatIsThere() {
+  if (handler_.fileSize() == 0) return;
+  std::fseek(handler_.file, -1, SEEK_END);
+  const bool ended = std::fgetc(handler_.file) == '\n';
+  std::fseek(handler_.file, 0, SEEK_END);
+  if (!ended) text_.append('\n');
+  if (JobReport* const job = JobReport::current())
+    job->note(
+        QObject::tr("O arquivo já tinha conteúdo: programas leem só o primeiro desenho de um arquivo."));
 }
 
 int IEDXF::LineExport::exportContours() {
   begin();
-  writeLines(kaldex::kContourSuffix, [](const Line&) { return true; });
+  writeLines(kaldex::kContourSuffix, [this](const Line&) {
+    ++linesRead_;
+    return true;
+  });
   return finish();
 }
 
@@ -125,7 +126,9 @@ int IEDXF::LineExport::exportPolygons() {
     giveBack(vector_, polygon);
   }
   writeLines("", [this](const Line& line) {
-    return line.leftPolygon <= 0 && line.rightPolygon <= 0 && countFiltered(filter_.passes(line.classId));
+    if (line.leftPolygon > 0 || line.rightPolygon > 0) return false;
+    ++linesRead_;
+    return countFiltered(filter_.passes(line.classId));
   });
   return finish();
 }
@@ -142,7 +145,10 @@ void IEDXF::LineExport::writeOutline(SPolygon& polygon) {
 void IEDXF::LineExport::writeSonsOfOtherClasses(SPolygon& polygon) {
   if (filter_.takesAll() || polygon.NumSons() == 0) return;
   for (SPolygon* son = polygon.FirstSon(); son != nullptr; son = polygon.NextSon()) {
-    if (!filter_.passes(son->classId)) writeOutline(*son);
+    if (!filter_.passes(son->classId)) {
+      writeOutline(*son);
+      --filtered_;  // as which it counts by itself
+    }
     giveBack(vector_, son);
   }
   vector_.GetPolygon(polygon.id);
@@ -170,7 +176,7 @@ int IEDXF::ExportLines(Vector* vec, short onlyUsedClasses) {
   return guarded([&] {
     if (vec == nullptr) return invalidArgument("vec");
     if (vec->representation() != vectorLines) return show(QObject::tr("Não existe linhas neste vetor!"));
-    return openFile("a+") ? LineExport(*this, *vec, onlyUsedClasses != 0).exportLines() : 0;
+    return openFile("a+") ? LineExport(*this, *vec, onlyUsedClasses != 0, vec->lineCount()).exportLines() : 0;
   });
 }
 
@@ -179,7 +185,10 @@ int IEDXF::ExportPolygons(Vector* vec, short onlyUsedClasses) {
   return guarded([&] {
     if (vec == nullptr) return invalidArgument("vec");
     if (vec->representation() != vectorLines) return show(QObject::tr("Não existe linhas neste vetor!"));
-    return openFile("w+") ? LineExport(*this, *vec, onlyUsedClasses != 0).exportPolygons() : 0;
+    return openFile("w+")
+               ? LineExport(*this, *vec, onlyUsedClasses != 0, vec->polygonCount() + vec->lineCount())
+                     .exportPolygons()
+               : 0;
   });
 }
 
@@ -188,7 +197,8 @@ int IEDXF::ExportPoints(Vector* vec, Category*, short onlyUsedClasses) {
   return guarded([&] {
     if (vec == nullptr) return invalidArgument("vec");
     if (vec->representation() != vectorLines) return logicRestriction("No LINES in Vector");
-    return openFile("w+") ? LineExport(*this, *vec, onlyUsedClasses != 0).exportPoints() : 0;
+    return openFile("w+") ? LineExport(*this, *vec, onlyUsedClasses != 0, vec->point2dCount()).exportPoints()
+                          : 0;
   });
 }
 
@@ -197,7 +207,7 @@ int IEDXF::ExportContourout(Vector* vec) {
   return guarded([&] {
     if (vec == nullptr) return invalidArgument("vec");
     if (vec->representation() != vectorContours) return logicRestriction("No CONTOUROUT in Vector");
-    return openFile("w+") ? LineExport(*this, *vec, false).exportContours() : 0;
+    return openFile("w+") ? LineExport(*this, *vec, false, vec->lineCount()).exportContours() : 0;
   });
 }
 
