@@ -894,6 +894,14 @@
         <source>O disco está cheio.</source>
         <translation>The disk is full.</translation>
     </message>
+    <message>
+        <source>Graus gravados com %1 casas decimais; a forma de graus decimais grava %2.</source>
+        <translation>Degrees written with %1 decimals; the form of decimal degrees writes %2.</translation>
+    </message>
+    <message>
+        <source>O arquivo já tinha conteúdo: programas leem só o primeiro desenho de um arquivo.</source>
+        <translation>The file had content already: programs read only the first drawing of a file.</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>

@@ -894,6 +894,14 @@
         <source>O disco está cheio.</source>
         <translation>El disco está lleno.</translation>
     </message>
+    <message>
+        <source>Graus gravados com %1 casas decimais; a forma de graus decimais grava %2.</source>
+        <translation>Grados escritos con %1 decimales; la forma de grados decimales escribe %2.</translation>
+    </message>
+    <message>
+        <source>O arquivo já tinha conteúdo: programas leem só o primeiro desenho de um arquivo.</source>
+        <translation>El archivo ya tenía contenido: los programas leen solo el primer dibujo de un archivo.</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>

@@ -2,12 +2,14 @@
 #include <cmath>
 #include <memory>
 
+#include "base/latin1.h"
 #include "cli/ascii_kinds.h"
 #include "cli/registry.h"
 #include "cli/texts.h"
 #include "kaldex/dxf.h"
 #include "kaldex/job_report.h"
 #include "kaldex/model/angle.h"
+#include "kaldex/model/projection.h"
 #include "kaldex/model/text.h"
 
 // Drawings as the command offers them.
@@ -171,12 +173,15 @@ SourceFacts inspectDrawing(const QString& path, const QString&, const Options& o
 // --- Exports ---
 
 std::unique_ptr<IEDXF> exporter(const ExportContext& context) {
+  // Three decimals are millimetres of a plane, and some hundred metres of degrees.
+  const SProjection* const projection = context.project.projection();
+  const short usual = projection != nullptr && projection->isLatLong() ? 2 : 0;
   auto handler = std::make_unique<IEDXF>();
   handler->Init(context.folder, 0, context.name, &context.project, &context.layer, &context.dataBase,
-                context.project.projection(), static_cast<short>(context.options.coords.value_or(0)), nullptr,
-                nullptr, nullptr);
+                context.project.projection(), static_cast<short>(context.options.coords.value_or(usual)),
+                nullptr, nullptr, nullptr);
   const QString& name = context.options.layerName;
-  handler->SetLayerName((name.isEmpty() ? context.layer.name : name).toLatin1().constData());
+  handler->SetLayerName(toLatin1(name.isEmpty() ? context.layer.name : name).constData());
   return handler;
 }
 
