@@ -65,6 +65,31 @@ TEST_F(ArcInfoFixture, ClassesChooseLinesAndPolygons) {
   EXPECT_EQ(read("file.gen"), "7  5.000  5.000   \n7  55.000  55.000   \nEND\n");
 }
 
+TEST_F(ArcInfoFixture, LabelsOfObjectsAreOneLineEach) {
+  InfoLayer* const of = layer(CADASTRALMODEL, "Lotes");
+  Vector* const vector = of->vector(vectorLines, true);
+  ObjectDefinition definition;
+  definition.category = category(OBJECTMODEL, "Lote");
+  for (const char* label : {"P12", "", "L 1\nA"}) {
+    definition.label = label;
+    KaldexObject object;
+    ASSERT_NE(dataBase->createObject(definition, object), 0);
+    Point2d place(1 + object.id, 2);
+    ASSERT_NE(vector->Insert(place), 0);
+    Anchor anchor;
+    anchor.InsertPoint(place);
+    if (definition.label == "P12")
+      anchor.InsertLine(project->projection(), *insertLine(*vector, {10, 0, 20, 0}));
+    ASSERT_NE(vector->Insert(anchor), 0);
+    ASSERT_NE(dataBase->linkAnchor(*of, anchor, object), 0);
+  }
+  EXPECT_EQ(handler(of)->ExportLabelPoints(vector, of->category(), 0), 1);
+  EXPECT_EQ(read("file.gen"),
+            "P12  15.000  0.000   \nP12  2.000  2.000   \n  3.000  2.000   \nL 1 A  4.000  2.000   \nEND\n");
+  ASSERT_EQ(report.notes.size(), 1);
+  EXPECT_TRUE(report.notes[0].endsWith(": 2")) << report.notes[0].toStdString();
+}
+
 TEST_F(ArcInfoFixture, ContoursAndSamples) {
   InfoLayer* const numeric = layer(DIGITALMODEL, "N");
   Vector* const contours = numeric->vector(vectorContours, true);

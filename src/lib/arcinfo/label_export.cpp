@@ -1,8 +1,10 @@
 #include <QObject>
+#include <algorithm>
 #include <memory>
 #include <string>
 #include <unordered_set>
 
+#include "base/character_class.h"
 #include "base/number_text.h"
 #include "base/tracer.h"
 #include "kaldex/job_report.h"
@@ -29,6 +31,7 @@ class IEArcInfo::LabelExport {
   void writeLineClasses();
   void writePointClasses();
   bool takesClass(int id);
+  void takeLabel(const QString& label);
   void writePieces(const Anchor& anchor);
   void writePolygon(SPolygon& polygon);
   void writeLine(Line& line);
@@ -43,7 +46,7 @@ class IEArcInfo::LabelExport {
   std::string before_;  ///< what stands in front of the place
   long long written_ = 0;
   long long withoutPlace_ = 0;
-  long long withBlanks_ = 0;
+  long long unreadable_ = 0;
 };
 
 IEArcInfo::LabelExport::LabelExport(IEArcInfo& handler, Vector& vector)
@@ -57,9 +60,9 @@ IEArcInfo::LabelExport::~LabelExport() {
   if (job == nullptr) return;
   if (written_ > 0) job->countWritten("labels", written_);
   if (withoutPlace_ > 0) job->countLeftOut("no_label_point", withoutPlace_);
-  if (withBlanks_ > 0) {
-    job->note(
-        QObject::tr("Rótulos com espaços, que leitores deste formato não reconhecem: %1").arg(withBlanks_));
+  if (unreadable_ > 0) {
+    job->note(QObject::tr("Rótulos vazios ou com espaços, que leitores deste formato não reconhecem: %1")
+                  .arg(unreadable_));
   }
 }
 
@@ -154,13 +157,20 @@ int IEArcInfo::LabelExport::writeObjects() {
       const std::unique_ptr<Anchor> anchor(next);
       if (!goOn()) break;
       if (!objects.find(anchor->id, object)) continue;
-      before_ = writer_.text(object.label).toStdString();
-      withBlanks_ += before_.find_first_of(" \t") != std::string::npos ? 1 : 0;
-      before_ += "  ";
+      takeLabel(object.label);
       writePieces(*anchor);
     }
   }
   return writer_.finish(!progress_.cancelled());
+}
+
+// A label is one word of one line: what breaks the line would break the whole file.
+void IEArcInfo::LabelExport::takeLabel(const QString& label) {
+  before_ = writer_.text(label).toStdString();
+  std::replace_if(before_.begin(), before_.end(), kaldex::isBlankCharacter, ' ');
+  const bool readable = !before_.empty() && before_.find(' ') == std::string::npos;
+  unreadable_ += readable ? 0 : 1;
+  before_ += "  ";
 }
 
 void IEArcInfo::LabelExport::writePieces(const Anchor& anchor) {

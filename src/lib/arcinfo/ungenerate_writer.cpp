@@ -87,9 +87,8 @@ void IEArcInfo::Writer::report() const {
   const QString name = QFile::decodeName(handler_.openedPath());
   if (!job->files.contains(name)) job->files.append(name);
   if (handler_.coordFormat == kAngleTexts) {
-    const QString told = QObject::tr(
-        "O formato não tem graus, minutos e segundos: as coordenadas foram escritas em graus decimais");
-    if (!job->notes.contains(told)) job->note(told);
+    job->note(QObject::tr(
+        "O formato não tem graus, minutos e segundos: as coordenadas foram escritas em graus decimais"));
   }
   if (loss_.count() > 0) {
     job->note(QObject::tr("Caracteres que não existem em Latin-1 foram gravados como \"?\": %1")
