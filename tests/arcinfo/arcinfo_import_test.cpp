@@ -49,6 +49,7 @@ TEST_F(ArcInfoFixture, LinesAndTheirMessages) {
   }
   EXPECT_EQ(report.leftOut.value("few_points"), 1);
   EXPECT_EQ(report.leftOut.value("degenerate"), 1);
+  EXPECT_EQ(report.notes.size(), 1) << "what follows the last END";
 }
 
 TEST_F(ArcInfoFixture, VectorsMustSuitTheLayer) {
@@ -89,6 +90,8 @@ TEST_F(ArcInfoFixture, SamplesOfBothForms) {
       {"x 1 2 3\nEND\n", 0, kBad + "x 1 2 3", 0, 0},
       {"1\n1 2\n3 4\nEND\nEND\n", 0, kBad + "1 2", 0, 0},
       {"", 0, kBad, 0, 0},
+      {"1", 0, kBad + "FEOF", 0, 0},
+      {QByteArray(40000, '7'), 0, kBad + QString(1000, '7'), 0, 0},
   };
   int number = 0;
   for (const auto& one : cases) {
@@ -104,6 +107,8 @@ TEST_F(ArcInfoFixture, SamplesOfBothForms) {
   Vector* const first = dataBase->findLayer(*project, "Amostras 0")->vector(vectorSamples);
   EXPECT_EQ(first->FirstLine()->height, 20.0f) << "the last vertex decides";
   EXPECT_EQ(first->FirstLine()->Type(), linePlain);
+  ASSERT_EQ(report.notes.size(), 1);
+  EXPECT_TRUE(report.notes[0].startsWith("Linhas com alturas diferentes")) << report.notes[0].toStdString();
 }
 
 TEST_F(ArcInfoFixture, BranchesOfSamplesOpenTheFileByThemselves) {
@@ -160,6 +165,7 @@ TEST_F(ArcInfoFixture, OutlinesTellFormAndBox) {
       {"100 1 2 7\n100 3 4 7\nEND\n", Form::pointsWithHeights, {1, 2, 3, 4}},
       {"100 1 2\n100 3 4\nEND\n", Form::labelPoints, {1, 2, 3, 4}},
       {"words\n", Form::unknown, Box::inverted()},
+      {"7 20 20\n1 2\n3 4\nEND\n\n// 9 9\n8 30 30\n5 6\n0 0\nEND\nEND\n70 70\n", Form::lines, {0, 0, 5, 6}},
   };
   for (const auto& one : cases) {
     write("file.gen", one.content);

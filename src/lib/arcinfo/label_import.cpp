@@ -54,7 +54,7 @@ int IEArcInfo::LabelImport::run() {
   for (;;) {
     const kaldex::PointResult result = kaldex::parsePointRecord(handler_.lineText(), 2, record);
     if (result == kaldex::PointResult::malformed) return handler_.inconsistent(handler_.line);
-    if (result == kaldex::PointResult::end) return 1;
+    if (result == kaldex::PointResult::end) return finish();
     if (!take(record) || !nextLine()) return 0;
   }
 }

@@ -29,13 +29,17 @@ IEArcInfo::LineImport::~LineImport() {
   if (unplaced_) {
     job->note(QObject::tr("Linhas com coordenadas sem lugar na projeção de destino não foram importadas"));
   }
+  if (notFlat_ > 0) {
+    job->note(QObject::tr("Linhas com alturas diferentes nos vértices, das quais vale a do último: %1")
+                  .arg(notFlat_));
+  }
 }
 
 int IEArcInfo::LineImport::run() {
   for (;;) {
     if (!handler_.readWordIntoLine()) return handler_.inconsistent("END ???");
     if (!step()) return 0;
-    if (std::strcmp(handler_.line, "END") == 0) return 1;
+    if (std::strcmp(handler_.line, "END") == 0) return finish();
     if (!kaldex::isLineIdentifier(handler_.line)) return handler_.inconsistent(handler_.line);
     if (!readRecord()) return 0;
   }
@@ -58,14 +62,18 @@ bool IEArcInfo::LineImport::skipIdentifierLine() {
 
 bool IEArcInfo::LineImport::readVertices() {
   xy_.clear();
+  flat_ = true;
   for (;;) {
     double x = 0.0;
     double y = 0.0;
+    float z = 0.0f;
     const kaldex::PlaneResult result = form_ == Form::plane
                                            ? kaldex::parsePlanePair(handler_.lineText(), x, y)
-                                           : kaldex::parsePlaneSample(handler_.lineText(), x, y, height_);
+                                           : kaldex::parsePlaneSample(handler_.lineText(), x, y, z);
     if (result == kaldex::PlaneResult::noNumber && kaldex::isEndLine(handler_.lineText())) return true;
     if (result != kaldex::PlaneResult::found) return malformed();
+    flat_ = flat_ && (xy_.empty() || z == height_);
+    height_ = z;
     xy_.push_back(x * factor_);
     xy_.push_back(y * factor_);
     if (!nextLine()) return false;
@@ -93,13 +101,14 @@ bool IEArcInfo::LineImport::insert() {
     return false;
   }
   line->Type(type_);
-  line->height = form_ == Form::heights ? height_ : 0.0f;
+  line->height = height_;
   line->assign(xy_.data(), static_cast<int>(xy_.size() / 2));
   if (vector_.Insert(*line, 1) == 0) {
     ++refused_;
     return true;
   }
   ++written_;
+  notFlat_ += flat_ ? 0 : 1;
   // The line is the vector's now; giving it back at once keeps memory flat, however long the file is.
   giveBack(vector_, line.release());
   return true;

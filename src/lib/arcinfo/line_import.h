@@ -32,11 +32,13 @@ class IEArcInfo::LineImport : private IEArcInfo::Reader {
   Form form_;
   std::vector<double> xy_;
   float height_ = 0.0f;
+  bool flat_ = true;
   long long read_ = 0;
   long long written_ = 0;
   long long fewPoints_ = 0;
   long long degenerate_ = 0;
   long long refused_ = 0;
+  long long notFlat_ = 0;
   bool unplaced_ = false;
 };
 

@@ -38,7 +38,7 @@ class IEArcInfo::PointImport : private IEArcInfo::Reader {
 
   bool readPoints();
   void insertPending();
-  int finish();
+  int store();
 
   Vector& vector_;
   std::vector<double> xy_;  ///< points that wait for being carried to the target all at once
@@ -62,7 +62,7 @@ int IEArcInfo::PointImport::run() {
   }
   const bool complete = readPoints();
   insertPending();
-  return complete ? finish() : 0;
+  return complete ? store() : 0;
 }
 
 bool IEArcInfo::PointImport::readPoints() {
@@ -90,7 +90,8 @@ void IEArcInfo::PointImport::insertPending() {
   z_.clear();
 }
 
-int IEArcInfo::PointImport::finish() {
+int IEArcInfo::PointImport::store() {
+  finish();
   handler_.FileClose();
   if (Point3dSet* const points = vector_.point3dSet()) {
     points->KeepFilesOpen(0);
@@ -123,10 +124,11 @@ int IEArcInfo::ImportSamples(Vector* vec, SProjection* target) {
     if (!openFile("r")) return 0;
     clearLine();
     const bool complete = readLine() != 0;
-    switch (complete || line[0] != 0 ? kaldex::sampleForm(line) : kaldex::SampleForm::neither) {
+    switch (kaldex::sampleForm(line)) {
       case kaldex::SampleForm::lines:
-        // An only line without a line feed closes the file.
-        if (file != nullptr) std::rewind(file);
+        // The end of the file has closed it: there is no more than this line.
+        if (!complete) return kaldex::isEndLine(line) ? 1 : inconsistent("FEOF");
+        std::rewind(file);
         return ImpArcInfoLine3D(vec, target);
       case kaldex::SampleForm::points:
         return complete ? ImpArcInfoPoint3D(vec, target) : inconsistent("END ???");

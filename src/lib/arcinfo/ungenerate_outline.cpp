@@ -32,6 +32,12 @@ Form lineForm(std::string_view firstVertex) {
   return count == 3 ? Form::linesWithHeights : count == 2 ? Form::lines : Form::unknown;
 }
 
+// What a line says; nothing if readers pass over it.
+std::string_view recordOf(const ScannedLine& line) {
+  const std::string_view text = kaldex::stripped(line.text);
+  return text.substr(0, 2) == "//" ? std::string_view() : text;
+}
+
 // Gathers coordinates and carries many of them to the target at once.
 class ExtentReader {
  public:
@@ -40,14 +46,21 @@ class ExtentReader {
         transfer_(source, target, units),
         factor_(kaldex::unitFactor(units)) {}
 
-  void take(std::string_view line) {
-    if (ofPoints_) return takePoint(line);
+  // False at the line that closes the file.
+  bool take(std::string_view line) {
+    const bool end = kaldex::isEndLine(line);
+    if (end && !inRecord_) return false;
+    if (ofPoints_) {
+      takePoint(line);
+      return true;
+    }
     double x = 0.0;
     double y = 0.0;
     const bool vertex = inRecord_ && kaldex::scanReals(line, &x, &y) == 2;
     if (vertex) add(x, y);
     // Behind an "END" stands the next identifier.
-    inRecord_ = vertex || !kaldex::isEndLine(line);
+    inRecord_ = !end;
+    return true;
   }
 
   Box box() {
@@ -61,9 +74,8 @@ class ExtentReader {
   void takePoint(std::string_view line) {
     kaldex::PointRecord record;
     const auto result = kaldex::parsePointRecord(line, 2, record);
-    const bool withHeight =
-        result == kaldex::PointResult::malformed &&
-        kaldex::parsePointRecord(line, 3, record) == kaldex::PointResult::found;
+    const bool withHeight = result == kaldex::PointResult::malformed &&
+                            kaldex::parsePointRecord(line, 3, record) == kaldex::PointResult::found;
     if (withHeight || result == kaldex::PointResult::found) add(record.x, record.y);
   }
   void add(double x, double y) {
@@ -90,25 +102,27 @@ class ExtentReader {
 }  // namespace
 
 UngenerateOutline::UngenerateOutline(const QString& path) : path_(kaldex::pathBytes(path)) {
-  bool inRecord = false;
+  bool first = true;
   kaldex::scanLines(path_, 0, [&](const ScannedLine& line) {
-    const std::string_view text = kaldex::stripped(line.text);
-    if (text.empty() || text.substr(0, 2) == "//") return true;
-    if (inRecord) {
-      form_ = lineForm(text);
-      return false;
+    const std::string_view text = recordOf(line);
+    if (text.empty()) return true;
+    if (first) {
+      first = false;
+      form_ = pointForm(text);
+      return !kaldex::isEndLine(text);
     }
-    inRecord = kaldex::sampleForm(text) == kaldex::SampleForm::lines && !kaldex::isEndLine(text);
-    if (!inRecord) form_ = pointForm(text);
-    return inRecord;
+    // A line of polygons may have the place of its label behind the identifier, and looks like a point then.
+    const Form second = lineForm(text);
+    if (form_ == Form::unknown || second == Form::lines) form_ = second;
+    return false;
   });
 }
 
 Box UngenerateOutline::extent(SProjection* source, SProjection* target, int units) const {
   ExtentReader reader(form_, source, target, units);
   kaldex::scanLines(path_, 0, [&](const ScannedLine& line) {
-    reader.take(line.text);
-    return true;
+    const std::string_view text = recordOf(line);
+    return text.empty() || reader.take(text);
   });
   return reader.box();
 }

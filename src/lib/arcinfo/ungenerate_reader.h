@@ -24,6 +24,8 @@ class IEArcInfo::Reader {
   /// Tell the user of the handler's line; false.
   bool malformed();
   bool endOfFile();
+  /// Behind the "END" that closes the file: 1. What follows it is left to the job report.
+  int finish();
 
   IEArcInfo& handler_;
   kaldex::CoordinateTransfer transfer_;
