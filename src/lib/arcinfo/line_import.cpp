@@ -1,38 +1,54 @@
-#include "lib/arcinfo/line_import.h"
-
 #include <QObject>
 #include <cstring>
 #include <memory>
 #include <new>
+#include <vector>
 
 #include "base/text_input.h"
 #include "base/tracer.h"
 #include "kaldex/job_report.h"
 #include "kaldex/model/catalog.h"
+#include "kaldex/model/vector.h"
+#include "lib/arcinfo/ungenerate_reader.h"
 #include "lib/arcinfo/ungenerate_record.h"
 #include "lib/ascii/record_text.h"
+#include "lib/frame/line_insertion.h"
 
 inline namespace kaldex_v1 {
 
-IEArcInfo::LineImport::LineImport(IEArcInfo& handler, Vector& vector, SProjection* target, char type,
-                                  Form form)
-    : Reader(handler, target, kBytesPerRecord), vector_(vector), type_(type), form_(form) {}
+/// Reads a file of lines, with or without heights, into a vector. What was inserted before a failure stays.
+class IEArcInfo::LineImport : private IEArcInfo::Reader {
+ public:
+  enum class Form { plane, heights };
+
+  LineImport(IEArcInfo& handler, Vector& vector, SProjection* target, char type, Form form)
+      : Reader(handler, target, kBytesPerRecord), lines_(vector), type_(type), form_(form) {}
+  ~LineImport();
+
+  int run();
+
+ private:
+  static constexpr int kBytesPerRecord = 30;
+
+  bool readRecord();
+  bool skipIdentifierLine();
+  bool readVertices();
+  bool insert();
+
+  kaldex::LineInsertion lines_;
+  char type_;
+  Form form_;
+  std::vector<double> xy_;
+  float height_ = 0.0f;
+  bool flat_ = true;
+  long long notFlat_ = 0;
+};
 
 IEArcInfo::LineImport::~LineImport() {
   JobReport* const job = JobReport::current();
-  if (job == nullptr) return;
-  if (read_ > 0) job->countRead("lines", read_);
-  if (written_ > 0) job->countWritten("lines", written_);
-  if (fewPoints_ > 0) job->countLeftOut("few_points", fewPoints_);
-  if (degenerate_ > 0) job->countLeftOut("degenerate", degenerate_);
-  if (refused_ > 0) job->countLeftOut("refused", refused_);
-  if (unplaced_) {
-    job->note(QObject::tr("Linhas com coordenadas sem lugar na projeção de destino não foram importadas"));
-  }
-  if (notFlat_ > 0) {
-    job->note(QObject::tr("Linhas com alturas diferentes nos vértices, das quais vale a do último: %1")
-                  .arg(notFlat_));
-  }
+  if (job == nullptr || notFlat_ == 0) return;
+  job->note(QObject::tr("Linhas com alturas diferentes nos vértices, das quais vale a do último: %1")
+                .arg(notFlat_));
 }
 
 int IEArcInfo::LineImport::run() {
@@ -48,9 +64,7 @@ int IEArcInfo::LineImport::run() {
 bool IEArcInfo::LineImport::readRecord() {
   if (!skipIdentifierLine() || !nextLine()) return false;
   if (!kaldex::startsLikeNumber(handler_.line)) return malformed();
-  if (!readVertices()) return false;
-  ++read_;
-  return !isWorthInserting() || insert();
+  return readVertices() && insert();
 }
 
 // The identifier is the file's own business: the vector gives new ones.
@@ -80,20 +94,6 @@ bool IEArcInfo::LineImport::readVertices() {
   }
 }
 
-bool IEArcInfo::LineImport::isWorthInserting() {
-  if (xy_.size() < 4) {
-    ++fewPoints_;
-  } else if (!transfer_.apply(xy_.data(), xy_.size() / 2)) {
-    ++refused_;
-    unplaced_ = true;
-  } else if (xy_.size() == 4 && xy_[0] == xy_[2] && xy_[1] == xy_[3]) {
-    ++degenerate_;
-  } else {
-    return true;
-  }
-  return false;
-}
-
 bool IEArcInfo::LineImport::insert() {
   std::unique_ptr<Line> line(new (std::nothrow) Line);
   if (line == nullptr) {
@@ -102,15 +102,10 @@ bool IEArcInfo::LineImport::insert() {
   }
   line->Type(type_);
   line->height = height_;
-  line->assign(xy_.data(), static_cast<int>(xy_.size() / 2));
-  if (vector_.Insert(*line, 1) == 0) {
-    ++refused_;
-    return true;
-  }
-  ++written_;
   notFlat_ += flat_ ? 0 : 1;
-  // The line is the vector's now; giving it back at once keeps memory flat, however long the file is.
-  giveBack(vector_, line.release());
+  const bool placed = transfer_.apply(xy_.data(), xy_.size() / 2);
+  // A line that the vector refuses is counted; the next one may be good.
+  lines_.take(std::move(line), xy_, placed);
   return true;
 }
 

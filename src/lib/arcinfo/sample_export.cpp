@@ -1,10 +1,7 @@
-#include <memory>
-
 #include "base/tracer.h"
-#include "kaldex/job_report.h"
 #include "kaldex/model/vector.h"
 #include "lib/arcinfo/ungenerate_writer.h"
-#include "lib/frame/progress_scope.h"
+#include "lib/frame/vector_walk.h"
 
 inline namespace kaldex_v1 {
 
@@ -12,76 +9,45 @@ inline namespace kaldex_v1 {
 /// object; the handler's file must be open.
 class IEArcInfo::SampleExport {
  public:
-  SampleExport(IEArcInfo& handler, Vector& vector)
-      : handler_(handler),
-        vector_(vector),
-        progress_(kaldex::progressSteps(vector.point3dCount() + vector.lineCount())) {}
-  ~SampleExport();
+  SampleExport(IEArcInfo& handler, Vector& vector) : handler_(handler), vector_(vector), walk_(vector) {}
 
   int run();
 
  private:
-  int writeLines(bool breakLines);
+  int writeHeightLines();
+  int writeBreakLines();
   int writePoints();
   bool openBeside(const char* ending);
-  bool wantsMore(const Writer& writer) const { return writer.ok() && !progress_.cancelled(); }
 
   IEArcInfo& handler_;
   Vector& vector_;
-  kaldex::ProgressScope progress_;
-  bool hasBreakLines_ = false;
-  long long points_ = 0;
-  long long linesRead_ = 0;
-  long long linesWritten_ = 0;
-  long long fewPoints_ = 0;
+  kaldex::SampleWalk walk_;
 };
 
-IEArcInfo::SampleExport::~SampleExport() {
-  JobReport* const job = JobReport::current();
-  if (job == nullptr) return;
-  if (points_ > 0) job->countRead("samples", points_);
-  if (points_ > 0) job->countWritten("samples", points_);
-  if (linesRead_ > 0) job->countRead("lines", linesRead_);
-  if (linesWritten_ > 0) job->countWritten("lines", linesWritten_);
-  if (fewPoints_ > 0) job->countLeftOut("few_points", fewPoints_);
-}
-
 int IEArcInfo::SampleExport::run() {
-  if (writeLines(false) == 0) return 0;
-  if (hasBreakLines_ && (!openBeside("_L2D.txt") || writeLines(true) == 0)) return 0;
+  if (writeHeightLines() == 0) return 0;
+  if (walk_.hasBreakLines() && (!openBeside("_L2D.txt") || writeBreakLines() == 0)) return 0;
   if (vector_.point3dCount() == 0) return 1;
   return openBeside("_P3D.txt") ? writePoints() : 0;
 }
 
-// Break lines have no height of their own: they go out, and come back, as pairs.
-int IEArcInfo::SampleExport::writeLines(bool breakLines) {
+int IEArcInfo::SampleExport::writeHeightLines() {
   Writer writer(handler_);
-  for (Line* line = vector_.FirstLine(); line != nullptr && wantsMore(writer); line = vector_.NextLine()) {
-    const bool isBreakLine = line->Type() == lineBreak;
-    hasBreakLines_ = hasBreakLines_ || isBreakLine;
-    if (!breakLines) {
-      ++linesRead_;
-      progress_.step();
-      fewPoints_ += line->Size() < 2 ? 1 : 0;
-    }
-    if (isBreakLine == breakLines && line->Size() >= 2) {
-      writer.record(*line, breakLines ? nullptr : &line->height);
-      ++linesWritten_;
-    }
-    giveBack(vector_, line);
-  }
-  return writer.finish(!progress_.cancelled());
+  walk_.heightLines(writer.out(), [&](const Line& line) { writer.record(line, &line.height); });
+  return writer.finish(walk_.complete());
+}
+
+// Break lines have no height of their own: they go out, and come back, as pairs.
+int IEArcInfo::SampleExport::writeBreakLines() {
+  Writer writer(handler_);
+  walk_.breakLines(writer.out(), [&](const Line& line) { writer.record(line); });
+  return writer.finish(walk_.complete());
 }
 
 int IEArcInfo::SampleExport::writePoints() {
   Writer writer(handler_);
-  std::unique_ptr<Point3d> point(vector_.FirstPoint3d());
-  for (; point != nullptr && wantsMore(writer); point.reset(vector_.NextPoint3d())) {
-    ++points_;
-    progress_.step();
-    writer.sample("1  ", *point, point->z);
-  }
-  return writer.finish(!progress_.cancelled());
+  walk_.points(writer.out(), [&](const Point3d& point) { writer.sample("1  ", point, point.z); });
+  return writer.finish(walk_.complete());
 }
 
 bool IEArcInfo::SampleExport::openBeside(const char* ending) {

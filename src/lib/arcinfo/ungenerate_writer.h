@@ -18,6 +18,8 @@ class IEArcInfo::Writer {
   explicit Writer(IEArcInfo& handler);
 
   bool ok() const { return out_.ok(); }
+  /// For walks, which end when a write has failed.
+  const kaldex::TextOutput& out() const { return out_; }
   /// A whole record. `height`, unless null, stands behind each vertex.
   void record(const Line& line, const float* height = nullptr);
   /// A line of a file of points, or of label points. What stands in front of the place is written as it is.

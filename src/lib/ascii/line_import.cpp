@@ -1,13 +1,12 @@
-#include <QObject>
 #include <memory>
 #include <new>
 
 #include "base/tracer.h"
-#include "kaldex/job_report.h"
 #include "kaldex/model/catalog.h"
 #include "kaldex/model/vector.h"
 #include "lib/ascii/record_text.h"
 #include "lib/ascii/section_reader.h"
+#include "lib/frame/line_insertion.h"
 
 inline namespace kaldex_v1 {
 
@@ -16,10 +15,9 @@ class IEAsc::LineImport : private IEAsc::SectionReader {
  public:
   LineImport(IEAsc& handler, Vector& vector, SProjection* target)
       : SectionReader(handler, target),
-        vector_(vector),
+        lines_(vector),
         network_(layerModel(handler) == NETWORKMODEL),
         type_(layerModel(handler) == DIGITALMODEL ? lineBreak : linePlain) {}
-  ~LineImport();
 
   /// Whether the vector can take lines in a layer of this model; tells the user if not.
   static bool accepts(const IEAsc& handler, const Vector& vector);
@@ -30,32 +28,11 @@ class IEAsc::LineImport : private IEAsc::SectionReader {
 
   bool readRecord(kaldex::ProgressScope& progress);
   bool readNetworkHead(Line& line, kaldex::ProgressScope& progress);
-  bool isWorthInserting();
-  bool insert(std::unique_ptr<Line> line);
 
-  Vector& vector_;
+  kaldex::LineInsertion lines_;
   bool network_;
   char type_;
-  long long read_ = 0;
-  long long written_ = 0;
-  long long fewPoints_ = 0;
-  long long degenerate_ = 0;
-  long long refused_ = 0;
-  bool unplaced_ = false;
 };
-
-IEAsc::LineImport::~LineImport() {
-  JobReport* const job = JobReport::current();
-  if (job == nullptr) return;
-  if (read_ > 0) job->countRead("lines", read_);
-  if (written_ > 0) job->countWritten("lines", written_);
-  if (fewPoints_ > 0) job->countLeftOut("few_points", fewPoints_);
-  if (degenerate_ > 0) job->countLeftOut("degenerate", degenerate_);
-  if (refused_ > 0) job->countLeftOut("refused", refused_);
-  if (unplaced_) {
-    job->note(QObject::tr("Linhas com coordenadas sem lugar na projeção de destino não foram importadas"));
-  }
-}
 
 short IEAsc::LineImport::layerModel(const IEAsc& handler) {
   return handler.infoLayer != nullptr ? handler.infoLayer->model() : short(0);
@@ -91,8 +68,7 @@ bool IEAsc::LineImport::readRecord(kaldex::ProgressScope& progress) {
   if (network_ && !readNetworkHead(*line, progress)) return false;
   const bool plane = kaldex::startsLikeNumber(handler_.line);
   if (!(plane ? readPlanePairs(progress) : readGeographicPairs(progress))) return false;
-  ++read_;
-  return !isWorthInserting() || insert(std::move(line));
+  return lines_.take(std::move(line), xy(), allPlaced());
 }
 
 bool IEAsc::LineImport::readNetworkHead(Line& line, kaldex::ProgressScope& progress) {
@@ -102,33 +78,6 @@ bool IEAsc::LineImport::readNetworkHead(Line& line, kaldex::ProgressScope& progr
   line.impedanceNegative = record.impedanceNegative;
   line.demand = record.demand;
   return nextLine(progress);
-}
-
-bool IEAsc::LineImport::isWorthInserting() {
-  const std::vector<double>& points = xy();
-  if (points.size() < 4) {
-    ++fewPoints_;
-  } else if (!allPlaced()) {
-    ++refused_;
-    unplaced_ = true;
-  } else if (points.size() == 4 && points[0] == points[2] && points[1] == points[3]) {
-    ++degenerate_;
-  } else {
-    return true;
-  }
-  return false;
-}
-
-bool IEAsc::LineImport::insert(std::unique_ptr<Line> line) {
-  line->assign(xy().data(), static_cast<int>(xy().size() / 2));
-  if (vector_.Insert(*line, 1) == 0) {
-    ++refused_;
-    return false;
-  }
-  ++written_;
-  // The line is the vector's now; giving it back at once keeps memory flat, however long the file is.
-  giveBack(vector_, line.release());
-  return true;
 }
 
 int IEAsc::ImportLines(Vector* vec, SProjection* target) {

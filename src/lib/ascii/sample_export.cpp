@@ -1,12 +1,10 @@
 #include <QObject>
-#include <memory>
 #include <vector>
 
 #include "base/tracer.h"
-#include "kaldex/job_report.h"
 #include "kaldex/model/vector.h"
 #include "lib/ascii/section_writer.h"
-#include "lib/frame/progress_scope.h"
+#include "lib/frame/vector_walk.h"
 
 inline namespace kaldex_v1 {
 
@@ -22,42 +20,19 @@ const QLatin1String kBreakLineFile("_L2D.kdx");
 /// object; the handler's file must be open.
 class IEAsc::SampleExport {
  public:
-  SampleExport(IEAsc& handler, Vector& vector)
-      : handler_(handler),
-        vector_(vector),
-        progress_(kaldex::progressSteps(vector.point3dCount() + vector.lineCount())) {}
-  ~SampleExport();
+  SampleExport(IEAsc& handler, Vector& vector) : handler_(handler), walk_(vector) {}
 
   int run() { return exportSamples() != 0 && openBreakLineFile() ? exportBreakLines() : 0; }
 
  private:
   int exportSamples();
   void writePoints(SectionWriter& writer);
-  template <class Take>
-  void eachLine(const SectionWriter& writer, Take take);
   bool openBreakLineFile();
   int exportBreakLines();
-  bool wantsMore(const SectionWriter& writer) const { return writer.ok() && !progress_.cancelled(); }
 
   IEAsc& handler_;
-  Vector& vector_;
-  kaldex::ProgressScope progress_;
-  bool hasBreakLines_ = false;
-  long long points_ = 0;
-  long long linesRead_ = 0;
-  long long linesWritten_ = 0;
-  long long fewPoints_ = 0;
+  kaldex::SampleWalk walk_;
 };
-
-IEAsc::SampleExport::~SampleExport() {
-  JobReport* const job = JobReport::current();
-  if (job == nullptr) return;
-  if (points_ > 0) job->countRead("samples", points_);
-  if (points_ > 0) job->countWritten("samples", points_);
-  if (linesRead_ > 0) job->countRead("lines", linesRead_);
-  if (linesWritten_ > 0) job->countWritten("lines", linesWritten_);
-  if (fewPoints_ > 0) job->countLeftOut("few_points", fewPoints_);
-}
 
 int IEAsc::SampleExport::exportSamples() {
   SectionWriter writer(handler_);
@@ -66,21 +41,12 @@ int IEAsc::SampleExport::exportSamples() {
   writer.out().append("\nPOINT3D");
   writePoints(writer);
   writer.endRecord();
-  eachLine(writer, [&](const Line& line) {
-    ++linesRead_;
-    progress_.step();
-    if (line.Size() < 2) {
-      ++fewPoints_;
-    } else if (line.Type() == lineBreak) {
-      hasBreakLines_ = true;
-    } else {
-      writer.contourHead(line);
-      writer.coordinates(line);
-      writer.endRecord();
-      ++linesWritten_;
-    }
+  walk_.heightLines(writer.out(), [&](const Line& line) {
+    writer.contourHead(line);
+    writer.coordinates(line);
+    writer.endRecord();
   });
-  return writer.finish(!progress_.cancelled());
+  return writer.finish(walk_.complete());
 }
 
 void IEAsc::SampleExport::writePoints(SectionWriter& writer) {
@@ -91,24 +57,13 @@ void IEAsc::SampleExport::writePoints(SectionWriter& writer) {
     xy.clear();
     heights.clear();
   };
-  std::unique_ptr<Point3d> point(vector_.FirstPoint3d());
-  for (; point != nullptr && wantsMore(writer); point.reset(vector_.NextPoint3d())) {
-    ++points_;
-    progress_.step();
-    xy.push_back(point->x);
-    xy.push_back(point->y);
-    heights.push_back(point->z);
+  walk_.points(writer.out(), [&](const Point3d& point) {
+    xy.push_back(point.x);
+    xy.push_back(point.y);
+    heights.push_back(point.z);
     if (heights.size() == kPointsAtOnce) flush();
-  }
+  });
   flush();
-}
-
-template <class Take>
-void IEAsc::SampleExport::eachLine(const SectionWriter& writer, Take take) {
-  for (Line* line = vector_.FirstLine(); line != nullptr && wantsMore(writer); line = vector_.NextLine()) {
-    take(*line);
-    giveBack(vector_, line);
-  }
 }
 
 bool IEAsc::SampleExport::openBreakLineFile() {
@@ -122,15 +77,13 @@ int IEAsc::SampleExport::exportBreakLines() {
   SectionWriter writer(handler_);
   writer.begin("LINES", QObject::tr("//Linhas de Quebra exportadas de PI Numérico"));
   writer.endHeader();
-  if (hasBreakLines_) {
-    eachLine(writer, [&](const Line& line) {
-      if (line.Type() != lineBreak || line.Size() < 2) return;
+  if (walk_.hasBreakLines()) {
+    walk_.breakLines(writer.out(), [&](const Line& line) {
       writer.coordinates(line);
       writer.endRecord();
-      ++linesWritten_;
     });
   }
-  return writer.finish(!progress_.cancelled());
+  return writer.finish(walk_.complete());
 }
 
 int IEAsc::ExportSample(Vector* vec) {
