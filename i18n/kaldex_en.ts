@@ -731,10 +731,6 @@
         <translation>Values with a comma between digits, which reading changes to a point: %1</translation>
     </message>
     <message>
-        <source>Rótulos com espaços, que leitores deste formato não reconhecem: %1</source>
-        <translation>Labels with blanks, which readers of this format don&apos;t recognise: %1</translation>
-    </message>
-    <message>
         <source>Identificadores que não são de classes da categoria do plano: %1</source>
         <translation>Identifiers that are of no class of the layer&apos;s category: %1</translation>
     </message>
@@ -901,6 +897,18 @@
     <message>
         <source>O arquivo já tinha conteúdo: programas leem só o primeiro desenho de um arquivo.</source>
         <translation>The file had content already: programs read only the first drawing of a file.</translation>
+    </message>
+    <message>
+        <source>Rótulos vazios ou com espaços, que leitores deste formato não reconhecem: %1</source>
+        <translation>Labels that are empty or have blanks, which readers of this format don&apos;t recognise: %1</translation>
+    </message>
+    <message>
+        <source>Linhas com alturas diferentes nos vértices, das quais vale a do último: %1</source>
+        <translation>Lines with different heights at their vertices, of which that of the last counts: %1</translation>
+    </message>
+    <message>
+        <source>O texto depois do END final, a partir da linha %1, não foi lido</source>
+        <translation>The text behind the final END, from line %1 on, was not read</translation>
     </message>
 </context>
 <context>

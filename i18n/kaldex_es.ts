@@ -731,10 +731,6 @@
         <translation>Valores con una coma entre dígitos, que la lectura cambia por un punto: %1</translation>
     </message>
     <message>
-        <source>Rótulos com espaços, que leitores deste formato não reconhecem: %1</source>
-        <translation>Rótulos con espacios, que los lectores de este formato no reconocen: %1</translation>
-    </message>
-    <message>
         <source>Identificadores que não são de classes da categoria do plano: %1</source>
         <translation>Identificadores que no son de clases de la categoría de la capa: %1</translation>
     </message>
@@ -901,6 +897,18 @@
     <message>
         <source>O arquivo já tinha conteúdo: programas leem só o primeiro desenho de um arquivo.</source>
         <translation>El archivo ya tenía contenido: los programas leen solo el primer dibujo de un archivo.</translation>
+    </message>
+    <message>
+        <source>Rótulos vazios ou com espaços, que leitores deste formato não reconhecem: %1</source>
+        <translation>Rótulos vacíos o con espacios, que los lectores de este formato no reconocen: %1</translation>
+    </message>
+    <message>
+        <source>Linhas com alturas diferentes nos vértices, das quais vale a do último: %1</source>
+        <translation>Líneas con alturas distintas en los vértices, de las cuales vale la del último: %1</translation>
+    </message>
+    <message>
+        <source>O texto depois do END final, a partir da linha %1, não foi lido</source>
+        <translation>El texto después del END final, a partir de la línea %1, no se leyó</translation>
     </message>
 </context>
 <context>
