@@ -131,6 +131,7 @@ class KALDEX_API IEDXF : public SExtFormats {
   class LabelImport;
   class DrawingExport;
   class LineExport;
+  class PointExport;
   class SampleExport;
   class TextExport;
   class TinExport;

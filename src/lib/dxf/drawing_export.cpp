@@ -26,11 +26,10 @@ int decimals(short coordFormat, int planeDecimals) {
 
 }  // namespace
 
-IEDXF::DrawingExport::DrawingExport(IEDXF& handler, long long records, int planeDecimals)
+IEDXF::DrawingExport::DrawingExport(IEDXF& handler, int planeDecimals)
     : handler_(handler),
       text_(handler.file),
       out_(text_, handler.IEDlayerok.get()),
-      progress_(kaldex::progressSteps(records)),
       planeDecimals_(planeDecimals),
       coordinates_(text_, numberFormat(handler.coordFormat),
                    handler.project != nullptr ? handler.project->projection() : nullptr) {
@@ -43,7 +42,7 @@ int IEDXF::DrawingExport::finish() {
   const bool closed = handler_.closeWritten();
   if (!flushed || !closed) return ioError();
   report();
-  return progress_.cancelled() ? 0 : 1;
+  return SGError->cancelled() ? 0 : 1;
 }
 
 void IEDXF::DrawingExport::report() const {

@@ -7,6 +7,7 @@
 #include "kaldex/dxf.h"
 #include "kaldex/job_report.h"
 #include "kaldex/model/line.h"
+#include "kaldex/model/report.h"
 #include "lib/ascii/coordinate_writer.h"
 #include "lib/dxf/drawing_output.h"
 #include "lib/frame/progress_scope.h"
@@ -21,13 +22,13 @@ class IEDXF::DrawingExport {
   static constexpr int kPlaneDecimals = 3;
   static constexpr int kLabelDecimals = 6;
 
-  DrawingExport(IEDXF& handler, long long records, int planeDecimals = kPlaneDecimals);
+  explicit DrawingExport(IEDXF& handler, int planeDecimals = kPlaneDecimals);
   ~DrawingExport() = default;
 
   void begin(short layers = 1) { out_.header(handler_.infoLayer, handler_.coordFormat, layers); }
   /// End the drawing and close the file: 1, or 0 after a cancellation or a write that failed.
   int finish();
-  bool wantsMore() const { return text_.ok() && !progress_.cancelled(); }
+  bool wantsMore() const { return text_.ok() && !SGError->cancelled(); }
 
   /// Plane coordinates become the numbers that the form of the export prints.
   void convert(double* xy, std::size_t count) { coordinates_.convert(xy, count); }
@@ -38,7 +39,6 @@ class IEDXF::DrawingExport {
   IEDXF& handler_;
   kaldex::TextOutput text_;
   kaldex::DrawingOutput out_;
-  kaldex::ProgressScope progress_;
 
  private:
   void report() const;

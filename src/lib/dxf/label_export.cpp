@@ -13,8 +13,8 @@ inline namespace kaldex_v1 {
 class IEDXF::LabelExport : private IEDXF::DrawingExport {
  public:
   LabelExport(IEDXF& handler, Vector& vector, Category& category)
-      : DrawingExport(handler, vector.lineCount() + vector.polygonCount() + vector.point2dCount(),
-                      kLabelDecimals),
+      : DrawingExport(handler, kLabelDecimals),
+        progress_(kaldex::progressSteps(vector.lineCount() + vector.polygonCount() + vector.point2dCount())),
         vector_(vector),
         category_(category) {}
   ~LabelExport();
@@ -34,6 +34,7 @@ class IEDXF::LabelExport : private IEDXF::DrawingExport {
   void writeLine(Line& line, const QString& label);
   void write(const Point& place, const QString& label);
 
+  kaldex::ProgressScope progress_;
   Vector& vector_;
   Category& category_;
   long long read_ = 0;

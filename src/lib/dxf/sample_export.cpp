@@ -1,69 +1,33 @@
-#include <memory>
-
 #include "base/tracer.h"
 #include "kaldex/model/vector.h"
 #include "lib/dxf/drawing_export.h"
+#include "lib/frame/vector_walk.h"
 
 inline namespace kaldex_v1 {
 
 /// Writes samples, contours and break lines, each into a layer of its own.
 class IEDXF::SampleExport : private IEDXF::DrawingExport {
  public:
-  SampleExport(IEDXF& handler, Vector& vector)
-      : DrawingExport(handler, vector.point3dCount() + vector.lineCount()), vector_(vector) {}
-  ~SampleExport() {
-    kaldex::reportRead("samples", samples_);
-    kaldex::reportWritten("samples", samples_);
-    kaldex::reportRead("lines", linesRead_);
-    kaldex::reportWritten("lines", linesWritten_);
-    kaldex::reportLeftOut("few_points", linesRead_ - linesWritten_);
-  }
+  SampleExport(IEDXF& handler, Vector& vector) : DrawingExport(handler), walk_(vector) {}
 
   int run();
 
  private:
-  void writeSamples();
-  void writeLines(bool breakLines);
-
-  Vector& vector_;
-  bool hasBreakLines_ = false;
-  long long samples_ = 0;
-  long long linesRead_ = 0;
-  long long linesWritten_ = 0;
+  kaldex::SampleWalk walk_;
 };
 
 int IEDXF::SampleExport::run() {
   constexpr short layers = 3;
   begin(layers);
-  writeSamples();
-  writeLines(false);
-  if (hasBreakLines_) writeLines(true);
-  return finish();
-}
-
-void IEDXF::SampleExport::writeSamples() {
-  std::unique_ptr<Point3d> point(vector_.FirstPoint3d());
-  for (; point != nullptr && wantsMore(); point.reset(vector_.NextPoint3d())) {
-    progress_.step();
-    ++samples_;
-    double xy[] = {point->x, point->y};
+  walk_.points(text_, [this](const Point3d& point) {
+    double xy[] = {point.x, point.y};
     convert(xy, 1);
-    out_.sample(xy[0], xy[1], point->z);
-  }
-}
-
-void IEDXF::SampleExport::writeLines(bool breakLines) {
-  for (Line* line = vector_.FirstLine(); line != nullptr && wantsMore(); line = vector_.NextLine()) {
-    const bool isBreak = line->Type() == lineBreak;
-    hasBreakLines_ = hasBreakLines_ || isBreak;
-    if (isBreak == breakLines) {
-      progress_.step();
-      ++linesRead_;
-      if (line->Size() >= 2) ++linesWritten_;
-      writePolyline(*line, breakLines ? kaldex::kBreakLineSuffix : kaldex::kSampleLineSuffix);
-    }
-    giveBack(vector_, line);
-  }
+    out_.sample(xy[0], xy[1], point.z);
+  });
+  walk_.heightLines(text_, [this](const Line& line) { writePolyline(line, kaldex::kSampleLineSuffix); });
+  if (walk_.hasBreakLines())
+    walk_.breakLines(text_, [this](const Line& line) { writePolyline(line, kaldex::kBreakLineSuffix); });
+  return finish();
 }
 
 int IEDXF::ExportSample(Vector* vec) {

@@ -16,6 +16,7 @@ class IEDXF::TextExport : private IEDXF::DrawingExport {
  private:
   void write(const EText& text);
 
+  kaldex::ProgressScope progress_;
   EntitieList& texts_;
   kaldex::TextScale scale_;
   TextVisual layerLook_;
@@ -24,7 +25,8 @@ class IEDXF::TextExport : private IEDXF::DrawingExport {
 };
 
 IEDXF::TextExport::TextExport(IEDXF& handler, EntitieList& texts)
-    : DrawingExport(handler, texts.Size()),
+    : DrawingExport(handler),
+      progress_(kaldex::progressSteps(texts.Size())),
       texts_(texts),
       scale_(handler.infoLayer, handler.project != nullptr ? handler.project->projection() : nullptr) {
   Text* text = nullptr;

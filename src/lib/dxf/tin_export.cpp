@@ -26,6 +26,7 @@ class IEDXF::TinExport : private IEDXF::DrawingExport {
   bool isUsable(int node) const;
   kaldex::DrawingOutput::Vertex vertex(int node) const;
 
+  kaldex::ProgressScope progress_;
   Tin& tin_;
   std::vector<double> places_;  ///< of the nodes, as they are printed
   const char* kind_ = "edges";
@@ -34,7 +35,9 @@ class IEDXF::TinExport : private IEDXF::DrawingExport {
 };
 
 IEDXF::TinExport::TinExport(IEDXF& handler, Tin& tin)
-    : DrawingExport(handler, static_cast<long long>(tin.lastEdge()) + 1), tin_(tin) {
+    : DrawingExport(handler),
+      progress_(kaldex::progressSteps(static_cast<long long>(tin.lastEdge()) + 1)),
+      tin_(tin) {
   places_.reserve(2 * tin.nodes().size());
   for (const TinNode& node : tin.nodes()) places_.insert(places_.end(), {node.x, node.y});
   convert(places_.data(), tin.nodes().size());

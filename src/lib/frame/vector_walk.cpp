@@ -47,25 +47,33 @@ bool LineWalk::counted(bool wanted) {
   return wanted;
 }
 
-bool LineWalk::lines(const std::function<bool(const Line&)>& wanted, const LineWriter& write) {
+bool LineWalk::lines(const Wanted& wanted, const LineWriter& write) {
   eachLine(out_, [&](const Line& line) {
-    ++linesRead_;
     progress_.step();
-    if (!isLong(line)) {
-      ++fewPoints_;
-    } else if (wanted(line)) {
-      write(line);
-      ++linesWritten_;
-    }
+    take(line, wanted, write);
   });
   return complete();
 }
 
+void LineWalk::take(const Line& line, const Wanted& wanted, const LineWriter& write) {
+  ++linesRead_;
+  if (!isLong(line)) {
+    ++fewPoints_;
+  } else if (wanted(line)) {
+    write(line);
+    ++linesWritten_;
+  }
+}
+
 bool LineWalk::polygons(const LineWriter& write) {
-  const auto isWantedLoose = [this](const Line& line) {
-    return line.leftPolygon <= 0 && line.rightPolygon <= 0 && counted(filter_.passes(line.classId));
-  };
-  return outlines(write) && lines(isWantedLoose, write);
+  if (!outlines(write)) return false;
+  eachLine(out_, [&](const Line& line) {
+    progress_.step();
+    if (line.leftPolygon > 0 || line.rightPolygon > 0) return;  // it went out with its polygons
+    take(
+        line, [this](const Line& loose) { return counted(filter_.passes(loose.classId)); }, write);
+  });
+  return complete();
 }
 
 bool LineWalk::outlines(const LineWriter& write) {
@@ -98,7 +106,10 @@ void LineWalk::outline(SPolygon& polygon, const LineWriter& write) {
 void LineWalk::outlinesOfOtherSons(SPolygon& polygon, const LineWriter& write) {
   if (filter_.takesAll() || polygon.NumSons() == 0) return;
   for (SPolygon* son = polygon.FirstSon(); son != nullptr; son = polygon.NextSon()) {
-    if (!filter_.passes(son->classId)) outline(*son, write);
+    if (!filter_.passes(son->classId)) {
+      outline(*son, write);
+      --filtered_;  // as which it counts where the walk comes to it by itself
+    }
     giveBack(vector_, son);
   }
   // The sons have moved the cursor.

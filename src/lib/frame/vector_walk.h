@@ -43,17 +43,20 @@ class LineWalk : public VectorWalk {
   // Tells the job report.
   ~LineWalk();
 
+  using Wanted = std::function<bool(const Line&)>;
+
   // Each line of two points or more that is wanted; false when the user has cancelled.
-  bool lines(const std::function<bool(const Line&)>& wanted, const LineWriter& write);
+  bool lines(const Wanted& wanted, const LineWriter& write);
   // Whether the line is of a wanted class, or borders a polygon of one. One that isn't counts as left out.
   bool wantsClass(const Line& line) { return counted(lineFilter_.passes(line)); }
 
-  // Outlines of polygons of wanted classes, then lines of such that bound none; false when the user has
-  // cancelled.
+  // Outlines of polygons of wanted classes, then lines of such that bound none, the only ones that count as
+  // read; false when the user has cancelled.
   bool polygons(const LineWriter& write);
 
  private:
   bool counted(bool wanted);
+  void take(const Line& line, const Wanted& wanted, const LineWriter& write);
   bool outlines(const LineWriter& write);
   void outline(SPolygon& polygon, const LineWriter& write);
   void outlinesOfOtherSons(SPolygon& polygon, const LineWriter& write);
