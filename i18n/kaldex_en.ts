@@ -2060,5 +2060,9 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
         <source>lido, mas de outro tipo que o pedido na saída</source>
         <translation>read, but of another kind than the output was asked for</translation>
     </message>
+    <message>
+        <source>%1 só pode receber um arquivo, e a saída são %2.</source>
+        <translation>%1 can take one file only, and the output is %2.</translation>
+    </message>
 </context>
 </TS>

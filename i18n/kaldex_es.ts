@@ -2060,5 +2060,9 @@ Código de salida: 0 hecho, 1 falló, 2 uso incorrecto, 3 rechazado por una preg
         <source>lido, mas de outro tipo que o pedido na saída</source>
         <translation>leído, pero de otro tipo que el pedido en la salida</translation>
     </message>
+    <message>
+        <source>%1 só pode receber um arquivo, e a saída são %2.</source>
+        <translation>%1 solo puede recibir un archivo, y la salida son %2.</translation>
+    </message>
 </context>
 </TS>

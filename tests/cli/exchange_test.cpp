@@ -43,6 +43,21 @@ TEST_F(ExchangeTest, PointsBesideTheLinesThatWereAskedForAreTold) {
   EXPECT_EQ(done["left_out"].toObject(), QJsonObject({{"other_kind", 1}}));
 }
 
+TEST_F(ExchangeTest, PolygonLinesWithAPlaceForTheirLabelAreUngenerateLines) {
+  write("a.gen", "7 20.5 20.5\n20 20\n30 20\n30 30\n20 20\nEND\nEND\n");
+  EXPECT_EQ(runJson({"info", "a.gen"}).json()["format"].toString(), "arcinfo");
+  EXPECT_EQ(runJson({"convert", "a.gen", "a.kdx", "--crs", "NONE", "--yes"}).json()["written"].toObject(),
+            QJsonObject({{"lines", 1}}));
+}
+
+TEST_F(ExchangeTest, SeveralFilesDoNotFitIntoAPipe) {
+  write("a.kdx", "SAMPLE\nLINE3D\nHEIGHT 5\n1 1\n9 9\nEND\nPOINT3D\n2 2 5\nEND\nEND\n");
+  run({"import", "ascii", "samples", "a.kdx", "base.gpkg", "q/s", "--crs", "NONE", "--yes", "--quiet"});
+  const Outcome refused = run({"export", "arcinfo", "samples", "base.gpkg", "q/s", "/dev/stdout", "--quiet"});
+  EXPECT_EQ(refused.code, 1);
+  EXPECT_TRUE(refused.out.isEmpty() && refused.err.contains("2.")) << refused.err.toStdString();
+}
+
 TEST_F(ExchangeTest, BrokenDocumentsAreToldWithTheirPlace) {
   write("a.kml", "<kml>\n<Placemark><name>a & b</name></Placemark></kml>");
   const QJsonObject failed = runJson({"import", "kml", "features", "a.kml", "base.gpkg", "p/k"}, 1).json();

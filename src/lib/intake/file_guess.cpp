@@ -117,9 +117,11 @@ bool isUngenerate(Bytes text, Bytes tail) {
   if (!lines.next(first) || !lines.next(second)) return false;
   if (!isIdentifier(first.substr(0, first.find_first_of(" \t")))) return false;
   const int ahead = numbersIn(first);
-  if (ahead > 1) return ahead <= 4 && ahead >= 3 && (second == "END" || numbersIn(second) == ahead);
   const int numbers = numbersIn(second);
-  return numbers == 2 || numbers == 3;
+  const bool line = numbers == 2 || numbers == 3;
+  if (ahead == 1) return line;
+  // Three: a point, or a line with the place of its label.
+  return (ahead == 3 || ahead == 4) && (second == "END" || numbers == ahead || (ahead == 3 && line));
 }
 
 // The first entry of the archive is a document, as these files have it.

@@ -155,8 +155,8 @@ void VectorStore::giveBack(Line& line, bool dropPoints) {
 void VectorStore::lineDies(Line& line) noexcept {
   try {
     if (lineShells_.holds(line)) writeLine(line);
-  } catch (const SException& error) {
-    if (deferred_ == nullptr) deferred_ = std::make_unique<SException>(error);
+  } catch (...) {
+    if (deferred_ == nullptr) deferred_ = std::current_exception();
   }
   lineShells_.remove(line);
   line.store_ = nullptr;

@@ -250,8 +250,8 @@ void VectorStore::giveBack(SPolygon& polygon) {
 void VectorStore::polygonDies(SPolygon& polygon) noexcept {
   try {
     giveBack(polygon);
-  } catch (const SException& error) {
-    if (deferred_ == nullptr) deferred_ = std::make_unique<SException>(error);
+  } catch (...) {
+    if (deferred_ == nullptr) deferred_ = std::current_exception();
   }
   polygonShells_.remove(polygon);
   polygon.store_ = nullptr;

@@ -3,6 +3,7 @@
 #include <QDir>
 #include <QFileInfo>
 #include <algorithm>
+#include <utility>
 
 #include "kaldex/model/catalog.h"
 #include "model/vector/representation.h"
@@ -130,9 +131,7 @@ bool VectorStore::classInUse(SqliteConnection& connection, int layerId, int clas
 
 void VectorStore::rethrowDeferred() {
   if (deferred_ == nullptr) return;
-  const SException error = *deferred_;
-  deferred_.reset();
-  throw error;
+  std::rethrow_exception(std::exchange(deferred_, nullptr));
 }
 
 void VectorStore::flushRows() {
@@ -167,7 +166,7 @@ void VectorStore::afterRollback() {
   anchorTree_.reset();
   anchorTableKnown_ = -1;
   lastAnchorId_ = -1;
-  deferred_.reset();
+  deferred_ = nullptr;
   for (FeatureTable* table : {&lines_, &polygons_, &points_, &samples_}) table->forget();
   // A table may be gone, so no statement on it can be kept; nor can the representation's registration.
   for (RowCursor* cursor : {&lineCursor_, &polygonCursor_, &pointCursor_, &sampleCursor_, &anchorCursor_}) {

@@ -4,6 +4,7 @@
 #include <QString>
 #include <array>
 #include <deque>
+#include <exception>
 #include <memory>
 #include <set>
 #include <string_view>
@@ -183,7 +184,7 @@ class VectorStore : public TransactionListener {
   std::unique_ptr<Anchor> pendingAnchor_;  ///< inserted or changed, not yet written
   bool pendingAnchorIsNew_ = false;
   std::unique_ptr<BoxTree> anchorTree_;
-  std::unique_ptr<SException> deferred_;  ///< what went wrong where nothing could be thrown
+  std::exception_ptr deferred_;  ///< what went wrong where nothing could be thrown
 
   RowCursor lineCursor_, polygonCursor_, pointCursor_, sampleCursor_, anchorCursor_;
   /// New rows on their way; flushed before their table is read.
