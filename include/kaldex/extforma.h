@@ -19,7 +19,8 @@
 
 namespace kaldex {
 class CoordinateTransfer;
-}
+class PlaceFinder;
+}  // namespace kaldex
 
 inline namespace kaldex_v1 {
 
@@ -194,21 +195,22 @@ class KALDEX_API SExtFormats {
   /// texts. 1.
   int ExpCoord(double* x, double* y, QString& longitudeText, QString& latitudeText);
 
-  // Delimited tables (CSV): the handler's file, unless said otherwise, its first line being the header. Fields
-  // have no quotes; a comma between two digits is a decimal comma unless the comma is the separator.
+  // Delimited tables (CSV): the handler's file, unless said otherwise, its first line being the header.
+  // Fields have no quotes; a comma between two digits is a decimal comma unless the comma is the separator.
 
   /// Propose a column (text, size 17) for each name of the header, cut to eight characters and numbered if it
   /// is one of the system's own. The file stays open behind the header.
   int GetAttTab(SFieldList* list);
-  /// Rewrite the table as a TABLE section of the ASCII format, beside the file as *_TAB.kdx, which the handler
-  /// has from then on. `fields` are the columns in file order. Rows get their number as key when `key` is 0,
-  /// else the value of that column, counted from 1; a first column T_KEY is the key whatever `key` says.
-  /// Commas, semicolons and bars all part fields. A line feed at the file's end makes one more, empty row.
+  /// Rewrite the table as a TABLE section of the ASCII format, beside the file as *_TAB.kdx, which the
+  /// handler has from then on. `fields` are the columns in file order. Rows get their number as key when
+  /// `key` is 0, else the value of that column, counted from 1; a first column T_KEY is the key whatever
+  /// `key` says. Commas, semicolons and bars all part fields. A line feed at the file's end makes one more,
+  /// empty row.
   int ConvertCsvToAscii(Category* cat, SFieldList fields, short key);
   /// The same; 1 whatever becomes of it.
   int Import_CSV_TABCREATE(Category* cat, SFieldList fields, short key);
-  /// Add the columns of `file` to the handler's converted table, whose columns are `existing` in the category's
-  /// table, row by row: both must have the same order. Nothing of the database is changed.
+  /// Add the columns of `file` to the handler's converted table, whose columns are `existing` in the
+  /// category's table, row by row: both must have the same order. Nothing of the database is changed.
   int UpdateCsvTable(Category* cat, SFieldList existing, SFieldList add, SFieldList alt, QString file);
   /// Add those of `fields` that the category's table lacks to it, then UpdateCsvTable.
   int Import_CSV_TABUPDATE(Category* cat, SFieldList fields, QString file);
@@ -217,15 +219,15 @@ class KALDEX_API SExtFormats {
   int Import_CSV_TAB_UPDATE(Category* cat);
   /// The same for a file with commas; columns are added as real numbers.
   int Import_SPACESTAT_TAB(Category* cat);
-  /// Make the table of a category that has none, and fill it. All rows are held until the last one is read.
+  /// Make the table of a category that has none, and fill it: all or nothing.
   int Import_CSV_TAB_NOTSPACIAL(Category* cat);
 
   // Classification, by the label points that an import has collected in `labelPoints`.
 
   /// Find the class of each label point in a thematic category: by `Iclass` with `byIdentifier` 1, else by
-  /// `Name`, and make the classes that are missing if the user agrees. They go into the category's list, which
-  /// the caller stores. `addAll` is the caller's lasting answer to that question, 1 for yes. 0 only when the
-  /// user wants no classes in a category that has none.
+  /// `Name`, and make the classes that are missing if the user agrees. They go into the category's list,
+  /// which the caller stores. `addAll` is the caller's lasting answer to that question, 1 for yes. 0 only
+  /// when the user wants no classes in a category that has none.
   int CategorizeLabelPoints(Category* category, int byIdentifier, short* addAll);
   /// Give the lines and polygons of the vector the classes of the label points that lie on or in them: a line
   /// that bounds no polygon first, else the polygon around. The later label wins. Used label points have an
@@ -255,6 +257,8 @@ class KALDEX_API SExtFormats {
   /// the record.
   int inconsistent(const QString& detail);
   int inconsistent(const char* latin1Detail);
+  /// As much of a record as a message should show.
+  static QString headOf(const char* latin1);
   /// The file ended inside a record.
   int endOfFileInRecord();
   /// As inconsistent, for a message with a text of its own.
@@ -356,6 +360,8 @@ class KALDEX_API SExtFormats {
   std::size_t lineDirty_ = kLineCapacity;  ///< bytes of `line` that may not be blank
   std::unique_ptr<char[]> streamBuffer_;
   QByteArray openedPath_;
+  std::unique_ptr<kaldex::PlaceFinder> places_;  ///< of the file that was opened last
+  int openings_ = 0;
   long long closedAt_ = 0;  ///< where the stream stood when it was closed
   bool closedWell_ = true;
   bool lineRefused_ = false;  ///< LerLinha told of a line that is too long

@@ -194,7 +194,10 @@ TEST_F(FrameFixture, PlaceOfAnInconsistency) {
     JobReport report;
     const JobReportScope scope(report);
     ASSERT_TRUE(handler->openFile("r"));
-    for (int i = 0; i < one.words; ++i) EXPECT_TRUE(handler->readWordIntoLine());
+    for (int i = 0; i < one.words; ++i) {
+      EXPECT_TRUE(handler->readWordIntoLine());
+      EXPECT_EQ(handler->inconsistent("a place before"), 0);
+    }
     for (int i = 0; i < one.lines; ++i) {
       handler->clearLine();
       handler->LerLinha();
@@ -205,6 +208,15 @@ TEST_F(FrameFixture, PlaceOfAnInconsistency) {
     EXPECT_EQ(report.place.line, one.line) << one.content.toStdString();
     EXPECT_EQ(report.place.column, one.column) << one.content.toStdString();
   }
+}
+
+TEST_F(FrameFixture, AnOperationClosesWhatItOpened) {
+  auto handler = handlerFor("text\n");
+  ASSERT_TRUE(handler->openFile("r"));
+  EXPECT_EQ(handler->guarded([&] { return handler->readWordIntoLine() ? 1 : 0; }), 1);
+  EXPECT_NE(handler->file, nullptr);  // the caller's
+  EXPECT_EQ(handler->guarded([&] { return handler->openFile("r") ? 0 : 1; }), 0);
+  EXPECT_EQ(handler->file, nullptr);
 }
 
 using GuardedImport = ModelFixture;

@@ -1,6 +1,7 @@
 #include "base/strings.h"
 #include "base/tracer.h"
 #include "kaldex/extforma.h"
+#include "lib/frame/file_place.h"
 
 inline namespace kaldex_v1 {
 

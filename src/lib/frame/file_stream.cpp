@@ -9,6 +9,7 @@
 #include "base/text_input.h"
 #include "base/tracer.h"
 #include "kaldex/extforma.h"
+#include "lib/frame/file_place.h"
 
 inline namespace kaldex_v1 {
 
@@ -47,7 +48,9 @@ int SExtFormats::FileOpen(const char* mode) {
 
 bool SExtFormats::openStream(const char* mode) {
   FileClose();
+  ++openings_;
   lineRefused_ = false;
+  places_.reset();
   const QList<QByteArray> names =
       fileNames(QStringLiteral("%1/%2").arg(dataHome, dataFile), *mode == 'w' || *mode == 'a');
   for (const QByteArray& name : names) {

@@ -36,9 +36,11 @@ int SExtFormats::guarded(const std::function<int()>& operation) {
   if (guardDepth_ > 0) return operation();
   const Level level(guardDepth_);
   const bool wasOpen = file != nullptr;
+  const int openings = openings_;
   int result = 0;
   const bool good = shielded([&] { result = operation(); });
-  if (!good || !wasOpen) succeeds([&] { FileClose(); });
+  // What the caller had open stays so, unless the operation has opened its own file in its place.
+  if (!good || !wasOpen || openings_ != openings) succeeds([&] { FileClose(); });
   return good ? result : 0;
 }
 

@@ -41,8 +41,11 @@ int SExtFormats::inconsistent(const QString& detail) {
 }
 
 int SExtFormats::inconsistent(const char* latin1Detail) {
-  return inconsistent(
-      QString::fromLatin1(latin1Detail, static_cast<int>(qstrnlen(latin1Detail, kLongestDetail))));
+  return inconsistent(headOf(latin1Detail));
+}
+
+QString SExtFormats::headOf(const char* latin1) {
+  return QString::fromLatin1(latin1, static_cast<int>(qstrnlen(latin1, kLongestDetail)));
 }
 
 int SExtFormats::endOfFileInRecord() {
@@ -59,7 +62,8 @@ void SExtFormats::notePlace() {
   JobReport* const report = JobReport::current();
   if (report == nullptr) return;
   const long long end = file != nullptr ? ftello(file) : closedAt_;
-  const kaldex::RecordPlace place = kaldex::placeOfRecord(openedPath_, end);
+  if (places_ == nullptr) places_ = std::make_unique<kaldex::PlaceFinder>();
+  const kaldex::RecordPlace place = places_->find(openedPath_, end);
   report->place = {QStringLiteral("%1/%2").arg(dataHome, dataFile), place.line, place.column};
 }
 
