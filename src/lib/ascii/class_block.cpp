@@ -49,7 +49,7 @@ bool IEAsc::ClassBlock::take(const kaldex::ClassLine& line) {
   const bool first = notFound_++ == 0;
   if (first && !addAll_) {
     addAll_ = ask(QObject::tr("Classe não encontrada. Adiciona TODAS as classes não encontradas ?") +
-                  QString::fromLatin1(handler_.line));
+                  headOf(handler_.line));
   }
   return !addAll_ || add(line);
 }

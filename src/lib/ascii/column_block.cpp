@@ -56,8 +56,7 @@ bool IEAsc::ColumnBlock::openTable() {
     tableFields_.Append(new SField("GEOID", fieldInteger, kKeySize, 0, 0, category_.attributeTable));
   } else {
     if (base.reloadCategory(category_) == 0) {
-      show(QObject::tr("O objeto não foi encontrado no Banco de Dados!") +
-           QString::fromLatin1(handler_.line));
+      show(QObject::tr("O objeto não foi encontrado no Banco de Dados!") + headOf(handler_.line));
       return false;
     }
     base.loadTableFields(tableFields_, category_.attributeTable);
@@ -128,7 +127,7 @@ bool IEAsc::ColumnBlock::addTableColumn(const std::string& name) {
 }
 
 bool IEAsc::ColumnBlock::offerToIgnore() {
-  const QString text = QString::fromLatin1(handler_.line);
+  const QString text = headOf(handler_.line);
   handler_.inconsistentAs(QObject::tr("Não existe esse atributo na tabela!") + text);
   if (!ask(QObject::tr("Arquivo INCONSISTENTE. Ignorar somente o item errado e continuar?") + text)) {
     return false;

@@ -20,7 +20,7 @@ Category* IEAsc::InfoTable(short mode) {
       offerToMakeCategory(name, category);
     } else if (mode == 2) {
       category = nullptr;
-      show(QObject::tr("Esta Categoria/Classe já existe!") + QString::fromLatin1(line));
+      show(QObject::tr("Esta Categoria/Classe já existe!") + headOf(line));
     }
     return 1;
   });

@@ -95,7 +95,7 @@ bool SExtFormats::CsvReader::malformed() {
 bool SExtFormats::CsvReader::leavesValueOut() const {
   handler_.notePlace();
   return ask(QObject::tr("Arquivo INCONSISTENTE. Ignorar somente o item errado e continuar?") +
-             QString::fromLatin1(handler_.line));
+             headOf(handler_.line));
 }
 
 bool SExtFormats::CsvReader::proposeColumns(SFieldList& columns) {
