@@ -97,6 +97,12 @@ TEST_F(AsciiTable, AKeyAloneIsNameToo) {
   EXPECT_EQ(table(), "L1/L1: 1");
 }
 
+TEST_F(AsciiTable, OnlyALabelKeepsItsDecimalComma) {
+  ASSERT_EQ(import(section("TXT;TEXT;9", "1,5;Lote 2,5;3,5\n2.5;2.5;b\n")), 1);
+  ASSERT_EQ(import(section("TXT;TEXT;9", "1,5;Lote 2,5;4,5\n2,5;2,5;a\n")), 1);
+  EXPECT_EQ(table(), "1,5/Lote 2.5: 4.5\n2.5/2.5: a");
+}
+
 TEST_F(AsciiTable, NamesThatTheSystemUsesAreChangedAndTold) {
   ASSERT_EQ(
       import(section("area;REAL\n1st;TEXT;3\na-b;TEXT;3\n(x;TEXT;3\nabcdefghijk;TEXT;3\nabcdefghijl;TEXT;3",

@@ -38,6 +38,7 @@ class IEAsc::TableExport {
   int writeObjects();
   void writeObject(const KaldexObject& object);
   int writeRecords();
+  void asItStands(const QString& text);
   void value(const QString& text);
 
   IEAsc& handler_;
@@ -151,7 +152,7 @@ void IEAsc::TableExport::writeObject(const KaldexObject& object) {
   writer_.out().append('\n');
   const QString label = object.label.trimmed();
   if (label.isEmpty() || label.startsWith(QLatin1String("//"))) ++unreadable_;
-  value(label);
+  asItStands(label);
   separate();
   value(object.name.trimmed());
   for (int i = 1; i < columns_.Size(); ++i) {
@@ -179,12 +180,17 @@ int IEAsc::TableExport::writeRecords() {
   return writer_.finish(!progress_.cancelled());
 }
 
-// A line end inside a value would make two rows of one.
+// Of all that is read, only a label keeps its decimal commas.
 void IEAsc::TableExport::value(const QString& text) {
+  if (handler_.separator[0] != ',' && kaldex::hasDecimalComma(text)) ++commas_;
+  asItStands(text);
+}
+
+// A line end inside a value would make two rows of one.
+void IEAsc::TableExport::asItStands(const QString& text) {
   const auto breaks = [](QChar c) { return c == QLatin1Char('\n') || c == QLatin1Char('\r'); };
   const bool broken = std::any_of(text.begin(), text.end(), breaks);
   if (broken || text.contains(QLatin1String(handler_.separator))) ++unreadable_;
-  if (handler_.separator[0] != ',' && kaldex::hasDecimalComma(text)) ++commas_;
   if (!broken) return writer_.text(text);
   QString joined = text;
   std::replace_if(joined.begin(), joined.end(), breaks, QLatin1Char(' '));

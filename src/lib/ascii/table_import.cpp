@@ -27,7 +27,7 @@ QString fromLatin1(std::string_view text) {
 }  // namespace
 
 IEAsc::TableImport::TableImport(IEAsc& handler, Category& category)
-    : handler_(handler), base_(*handler.dataBase), category_(category), progress_(kHeaderSteps) {}
+    : handler_(handler), base_(*handler.dataBase), category_(category) {}
 
 IEAsc::TableImport::~TableImport() {
   JobReport* const job = JobReport::current();
@@ -41,6 +41,7 @@ IEAsc::TableImport::~TableImport() {
 int IEAsc::TableImport::run() {
   if (!findTable()) return 0;
   handler_.SetSeparator(",");
+  progress_.emplace(kHeaderSteps);
   if (!readHeader() || !readDeclarations() || !readRows()) return 0;
   handler_.FileClose();
   tellRenamed(handler_.reservedNames.toList(), handler_.replacementNames.toList(), " ");
@@ -91,7 +92,7 @@ bool IEAsc::TableImport::readRows() {
     const Row row = nextRow();
     if (row != Row::found) return row == Row::ended;
     countRow();
-    if (progress_.cancelled() || !readRow()) return false;
+    if (progress_->cancelled() || !readRow()) return false;
   }
 }
 
@@ -116,7 +117,7 @@ void IEAsc::TableImport::countRow() {
     const int length = static_cast<int>(handler_.lineText().size()) + 1;
     SGError->ProgressInit(0, handler_.progressMaximum(length), 1);
   }
-  progress_.step();
+  progress_->step();
 }
 
 bool IEAsc::TableImport::malformed() {
@@ -140,14 +141,8 @@ bool IEAsc::TableImport::splitRow() {
   // Splitting loses an empty field at the very beginning, and all others would count as the one before.
   const bool beginsEmpty = !row_.empty() && std::strchr(handler_.separator, row_[0]) != nullptr;
   if (beginsEmpty) return malformed();
-  std::string_view text = row_;
-  if (handler_.separator[0] != ',' && text.find(',') != std::string_view::npos) {
-    mended_ = text;
-    kaldex::mendDecimalCommas(mended_.data());
-    text = mended_;
-  }
   fields_.clear();
-  kaldex::DelimitedFields fields(text, handler_.separator);
+  kaldex::DelimitedFields fields(row_, handler_.separator);
   std::string_view field;
   while (fields.next(field)) fields_.push_back(kaldex::stripped(field));
   return true;
@@ -162,7 +157,11 @@ bool IEAsc::TableImport::findObject() {
   const std::string_view key = fields_[static_cast<std::size_t>(keyColumn_)];
   if (key.empty()) return malformed();
   const QString label = fromLatin1(key);
-  return base_.findObjectByLabel(label, category_, object_) != 0 || createObject(label);
+  if (base_.findObjectByLabel(label, category_, object_) != 0) return true;
+  // An object that came with a label point had its decimal commas mended.
+  mend(key);
+  const bool mended = value_ != key && base_.findObjectByLabel(fromLatin1(value_), category_, object_) != 0;
+  return mended || createObject(label);
 }
 
 bool IEAsc::TableImport::createObject(const QString& label) {
@@ -184,32 +183,38 @@ IEAsc::TableImport::Outcome IEAsc::TableImport::takeValues() {
   for (short i = 0; i < columns_.Size(); ++i) {
     if (!hasField(i)) return Outcome::failed;
     const SField& column = *columns_.at(i);
-    const std::string_view value = fields_[static_cast<std::size_t>(i)];
+    const std::string_view field = fields_[static_cast<std::size_t>(i)];
     Outcome outcome = Outcome::taken;
     if (column.index != 0) {
-      outcome = takeValue(column, value);
+      outcome = takeValue(column, field);
     } else if (i == nameColumn_) {
-      outcome = takeName(value);
+      outcome = takeName(field);
     }
     if (outcome != Outcome::taken) return outcome;
   }
   return Outcome::taken;
 }
 
-IEAsc::TableImport::Outcome IEAsc::TableImport::takeName(std::string_view name) {
-  const QString given = fromLatin1(name);
+void IEAsc::TableImport::mend(std::string_view field) {
+  value_ = field;
+  if (handler_.separator[0] != ',') kaldex::mendDecimalCommas(value_.data());
+}
+
+IEAsc::TableImport::Outcome IEAsc::TableImport::takeName(std::string_view field) {
+  mend(field);
+  const QString given = fromLatin1(value_);
   if (given == object_.name.trimmed()) return Outcome::taken;
-  if (name.empty()) return ignoreItem("T_NAME") ? Outcome::taken : Outcome::failed;
+  if (value_.empty()) return ignoreItem("T_NAME") ? Outcome::taken : Outcome::failed;
   object_.Name(given);
   return base_.updateObjectName(object_) != 0 ? Outcome::taken : Outcome::failed;
 }
 
-IEAsc::TableImport::Outcome IEAsc::TableImport::takeValue(const SField& column, std::string_view value) {
-  if (value.size() > kLongestValue) {
+IEAsc::TableImport::Outcome IEAsc::TableImport::takeValue(const SField& column, std::string_view field) {
+  if (field.size() > kLongestValue) {
     malformed();
     return Outcome::failed;
   }
-  value_ = value;
+  mend(field);
   char reason[kReasonCapacity] = {};
   if (!value_.empty() && TestDataType(value_.c_str(), column.type, reason) == 0) {
     ++badValues_;

@@ -1,6 +1,7 @@
 #ifndef KALDEX_ASCII_TABLE_IMPORT_H
 #define KALDEX_ASCII_TABLE_IMPORT_H
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -37,11 +38,12 @@ class IEAsc::TableImport {
   bool hasField(short column);
   bool findObject();
   bool createObject(const QString& label);
+  void mend(std::string_view field);
 
   enum class Outcome { taken, skipRow, failed };
   Outcome takeValues();
-  Outcome takeValue(const SField& column, std::string_view value);
-  Outcome takeName(std::string_view name);
+  Outcome takeValue(const SField& column, std::string_view field);
+  Outcome takeName(std::string_view field);
   Outcome offerToSkip(const SField& column, const char* reason);
   void storeCell(const SField& column);
 
@@ -55,14 +57,13 @@ class IEAsc::TableImport {
   SFieldList columns_;
   short keyColumn_ = -1;
   short nameColumn_ = -1;
-  kaldex::ProgressScope progress_;
+  std::optional<kaldex::ProgressScope> progress_;
 
   std::string_view row_;  ///< the row's text as it stands in the handler's line
-  std::string mended_;    ///< the same with points for decimal commas
   std::vector<std::string_view> fields_;
   KaldexObject object_;
   SCellList cells_;
-  std::string value_;
+  std::string value_;  ///< a field with a point for a decimal comma
   bool changed_ = false;
 
   long long rows_ = 0;
