@@ -34,8 +34,8 @@ class KALDEX_API IEAsc : public SExtFormats {
   /// layer's. 0, and nothing is stored, when there is none.
   int ImportTurns(Vector* vec);
   /// A "POINTS" section ("NETWORK_OBJECTS" in a network layer) into the handler's label points, for a
-  /// classification to use. Classes that are missing in a thematic category are made if the user agrees: these
-  /// and what the header changes are stored together or not at all.
+  /// classification to use. Classes that are missing in a thematic category are made if the user agrees:
+  /// these and what the header changes are stored together or not at all.
   int ImportLabelPoints(SProjection* target, SProjection* unused, char*, short*, char*, char*, char*,
                         char*) override;
   /// With `onlyUsedClasses` other than 0, only lines (or polygons) of classes that the layer uses.
@@ -102,7 +102,8 @@ class KALDEX_API IEAsc : public SExtFormats {
   bool AscEntitie(const char* keyword);
 
  protected:
-  /// Column names of the last table that were reserved words, as the file gave them, and what they became.
+  /// Column names of the tables read so far that were reserved words, as the files gave them, and what they
+  /// became.
   QVector<QString> reservedNames;
   QVector<QString> replacementNames;
 

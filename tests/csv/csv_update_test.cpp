@@ -175,6 +175,7 @@ TEST_F(CsvNonSpatial, WhatMakesNoTable) {
   DBTransactionBlock block(dataBase.get());
   EXPECT_EQ(handlerFor("t.csv", "a;b\n1;2\n;\n")->Import_CSV_TAB_NOTSPACIAL(table), 0);
   EXPECT_EQ(messages.take(), kBad + ";");
+  EXPECT_EQ(handlerFor("t.csv", "a;b\n1;2\n")->Import_CSV_TAB_NOTSPACIAL(table), 1);
 }
 
 }  // namespace

@@ -9,9 +9,9 @@
 
 namespace kaldex {
 
-// The cells of a column whose rows all wait in memory. They are held in blocks, and most columns repeat their
-// values, which then share one text: by the million, each by itself would take more time to make and to give
-// back than the table takes to be stored. The column lists the cells, and must not look at them when these
+// The cells of a column whose rows gather in memory. They are held in blocks, and most columns repeat their
+// values, which then share one text: by the million, each made and given back by itself would take more time
+// than the table takes to be stored. The column lists the cells, and must not look at them when these
 // are gone.
 class ColumnCells {
  public:

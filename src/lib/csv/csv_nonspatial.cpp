@@ -17,7 +17,7 @@ inline namespace kaldex_v1 {
 namespace {
 constexpr int kBytesPerRow = 60;
 constexpr long long kRowsAtOnce = 4096;
-}
+}  // namespace
 
 /// Makes the table of a category from the handler's delimited file. The rows gather in the columns and are
 /// stored some thousand at a time, all of them or none.
@@ -60,14 +60,15 @@ int SExtFormats::CsvNonSpatial::run() {
   if (!tableIsEmpty()) return show(QObject::tr("Esta Categoria contém uma tabela que não está vazia!"));
   if (!readHeader()) return 0;
   for (SField* column : columns_) cells_.emplace_back(*column, category_.attributeTable);
+  // With the rows the table goes, too: an empty one would stand in the way of the next try.
+  DBTransactionBlock block(&base_);
   if (columns_.Size() > 0 && base_.createTable(category_.attributeTable, columns_) == 0) {
     handler_.FileClose();
     return show(QObject::tr("Erro ao tentar criar atributos na tabela"));
   }
-  DBTransactionBlock block(&base_);
   if (!readRows() || !store()) return 0;
   block.enableCommit();
-  stored_ = rows_;
+  stored_ = cells_.empty() ? 0 : rows_;
   return 1;
 }
 
