@@ -326,7 +326,7 @@ int exportContours(const ExportContext& context, Vector& vector) {
 QString unreadableSeparator(const Options& options) {
   const QChar separator = options.separator.isEmpty() ? QLatin1Char(';') : options.separator.at(0);
   const bool unreadable =
-      separator.isSpace() || separator.isLetterOrNumber() || QStringLiteral("+-.\"").contains(separator);
+      separator.isSpace() || separator.isLetterOrNumber() || QStringLiteral("+-.\"_").contains(separator);
   return unreadable ? Say::tr("O separador \"%1\" não poderia ser lido de volta.").arg(separator) : QString();
 }
 

@@ -86,6 +86,19 @@ TEST_F(CsvTest, TablesGrowAndChange) {
     import(kind, "a;b\n1;2\n", "u", {}, 1);
 }
 
+TEST_F(CsvTest, NewColumnsLeaveTheOthersAsTheyAre) {
+  writeParcels();
+  // What a table that is read would change, and what would take its row apart.
+  write("lots.dbf", DbfMaker({{"OWNER", 'C', 12}}).row({"Lote 2,7"}).row({"a;b"}).bytes());
+  const QStringList cadastral{"--model", "cadastral", "--crs", "NONE", "--yes"};
+  runJson(QStringList{"import", "shapefile", "features", "lots.shp", "base.gpkg", "p/l"} + cadastral);
+  import("append-columns", "pop\n5\n6\n", "lots_O", {"--types", "pop=integer", "--no"});
+  runJson({"export", "ascii", "table", "base.gpkg", "lots_O", "t.kdx", "--separator", "|"});
+  const QByteArray after = read("t.kdx");
+  EXPECT_TRUE(after.contains(" | Lote 2,7 | 5\n")) << after.toStdString();
+  EXPECT_TRUE(after.contains(" | a;b | 6\n")) << after.toStdString();
+}
+
 TEST_F(CsvTest, TablesWithoutObjects) {
   const QByteArray text = "code;name\n7;Ana\n8;Bia\n";
   import("nonspatial", text, "list", {"--dry-run"});
