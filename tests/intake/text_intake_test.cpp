@@ -56,6 +56,16 @@ TEST_F(TextIntakeTest, BringsTextsIntoTheFormThatHandlersTake) {
   }
 }
 
+TEST_F(TextIntakeTest, DrawingsKeepTheirBytesAndHaveToBeTexts) {
+  EXPECT_EQ(prepared("0\r\nSECTION\r\n8\r\n\xC3\xA7\r\n", TextForm::drawing), "0\nSECTION\n8\n\xC3\xA7\n");
+  for (const QByteArray& content :
+       {QByteArray("AutoCAD Binary DXF\r\n\x1A\0", 22), QByteArray("\x89PNG\r\n\x1a\n\0\0\0\rIHDR", 16)}) {
+    const TextIntake intake(write(content), TextForm::drawing);
+    EXPECT_FALSE(intake.isReady());
+    EXPECT_TRUE(intake.error().contains("DXF")) << intake.error().toStdString();
+  }
+}
+
 TEST_F(TextIntakeTest, Utf16OfBothOrdersWithAndWithoutMark) {
   const QString text = QString::fromUtf8("LINES\r\n//ação\r\n1 2\r\nEND\r\n");
   for (const bool big : {false, true}) {

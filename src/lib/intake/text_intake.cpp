@@ -117,6 +117,13 @@ void TextIntake::Copy::prepare(TextForm form, const QString& encoding) {
     return;
   }
   const TextSurvey survey = kaldex::surveyText(file);
+  if (form == TextForm::drawing && survey.binary) {
+    const FileGuess guess = guessFile(original);
+    if (guess.format != FileFormat::drawing) {
+      error = QObject::tr("O arquivo não é um desenho DXF de texto (%1): ").arg(guess.description) + original;
+      return;
+    }
+  }
   const QByteArray codec = codecOf(survey, form, override);
   JobReport* const report = JobReport::current();
   // Whoever reads a drawing finds out, and tells, what its bytes mean.
