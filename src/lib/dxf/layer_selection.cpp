@@ -18,6 +18,7 @@ const LayerSelection::Known& LayerSelection::find(std::string_view raw) {
     last_ = &place->second;
     return *last_;
   }
+  if (known_.size() >= kMostKnown) known_.clear();
   const QString name = text_.name(raw);
   // Callers who know nothing of encodings name a layer by its bytes.
   const QString bytes = QString::fromLatin1(raw.data(), static_cast<int>(raw.size()));

@@ -34,6 +34,8 @@ class LayerSelection {
     QString name;
     bool taken;
   };
+  static constexpr std::size_t kMostKnown = 20000;  // a file that invents names must not fill the memory
+
   const Known& find(std::string_view raw);
 
   QStringList names_;
@@ -57,6 +59,7 @@ class ChosenLayers {
     make();
     return *text_;
   }
+  const DrawingText& text() const { return *text_; }
   bool isMade() const { return text_.has_value(); }
 
  private:
