@@ -34,7 +34,7 @@ TEST_F(DxfLayers, TheTable) {
       {tables("|0 TABLE|2 LAYER|0 ENDTAB"), "", ""},
       {pairs("0 SECTION|2 TABLES|0 TABLE|2 LAYER|0 LAYER|2 A|0 EOF"), "null", ""},
       {pairs("0 SECTION|2 TABLES|0 TABLE|2 LAYER|0 LAYER|2 A"), "null",
-       "Arquivo INCONSISTENTE!in.dxf - linha 12"},
+       "Arquivo INCONSISTENTE!in.dxf - linha 13"},
       // No table of layers: what the pairs say, without consecutive repeats.
       {pairs("0 SECTION|2 TABLES|0 ENDSEC|0 SECTION|2 ENTITIES|0 LINE|8 A|0 LINE|8 A|0 LINE|8 0|0 LINE|8 A|0 "
              "EOF"),
@@ -76,7 +76,7 @@ TEST_F(DxfLayers, Contents) {
   int counts[4];
   write("in.dxf", pairs("0 LINE|8 A"));
   EXPECT_EQ(handler(nullptr)->GetLayerContents(counts[0], counts[1], counts[2], counts[3]), 0);
-  EXPECT_EQ(messages.take(), "Arquivo INCONSISTENTE!in.dxf - linha 4");
+  EXPECT_EQ(messages.take(), "Arquivo INCONSISTENTE!in.dxf - linha 5");
 }
 
 TEST_F(DxfLayers, NamesOfWrittenLayers) {

@@ -83,9 +83,9 @@ TEST_F(DxfLines, Failures) {
   } cases[] = {
       {drawing(""), "Arquivo INCONSISTENTE!in.dxf - Plano vazio "},
       {drawing("0 MTEXT|8 A|1 x"), "Arquivo INCONSISTENTE!in.dxf - Plano vazio "},
-      {"", "Arquivo INCONSISTENTE!in.dxf - linha 0"},
-      {pairs("0 SECTION|2 ENTITIES"), "Arquivo INCONSISTENTE!in.dxf - linha 4"},
-      {pairs("0 LINE|8 A|10 1|20 2|11 3|21 4"), "Arquivo INCONSISTENTE!in.dxf - linha 12"},
+      {"", "Arquivo INCONSISTENTE!in.dxf - linha 1"},
+      {pairs("0 SECTION|2 ENTITIES"), "Arquivo INCONSISTENTE!in.dxf - linha 5"},
+      {pairs("0 LINE|8 A|10 1|20 2|11 3|21 4"), "Arquivo INCONSISTENTE!in.dxf - linha 13"},
       {drawing("0 VERTEX|8 A|10 1|20 2|0 POINT"), "Arquivo INCONSISTENTE!in.dxf - linha 14"},
       {drawing("0 POLYLINE|8 A|70 1|0 VERTEX|8 A|10 1|20 2|0 SEQEND"),
        "Arquivo INCONSISTENTE!in.dxf - Plano vazio A"},
@@ -203,6 +203,39 @@ TEST_F(DxfLines, WhatIsNotTakenIsTold) {
     EXPECT_TRUE(notes.contains(words)) << words << " in " << notes.toStdString();
 }
 
+TEST_F(DxfLines, WhatIsTakenOtherwiseThanDrawnIsTold) {
+  const QByteArray header = pairs("0 SECTION|2 HEADER|9 $DWGCODEPAGE|3 ANSI_99|0 ENDSEC");
+  const QByteArray vertices = "|0 VERTEX|8 A|10 1|20 1|0 VERTEX|10 2|20 2|0 VERTEX|8 B|10 3|20 3|0 SEQEND";
+  const QByteArray line = "|10 1|20 2|11 3|21 4";
+  const struct {
+    QByteArray entities;
+    const char* note;
+  } cases[] = {
+      {"0 LINE|67 1|8 A" + line + "|0 LINE|67 1|8 B" + line, "papel, lidas como as outras: 1"},
+      {"0 CIRCLE|8 A|10 5|20 5|40 1|230 -1.0|0 LINE|8 A" + line + "|230 -1", "como est\u00E3o: 1"},
+      {"0 POLYLINE|8 A|0 VERTEX|10 1|20 1|42 .5|0 VERTEX|10 2|20 2|42 0|0 SEQEND", "lidos como retos: 1"},
+      {"0 POLYLINE|8 A|70 5" + vertices, "que ficam abertas: 1"},
+      {"0 POLYLINE|8 A|70 17" + vertices, "por seus v\u00E9rtices: 1"},
+      {"0 POLYLINE|8 A" + vertices, "que faltam em suas polilinhas: 1"},
+      {"0 LINE|8 A|10 1|20 2|11 3,5|21 1.0E 20", "at\u00E9 onde o s\u00E3o: 2, o primeiro na linha 24"},
+      {"0 LINE|8 A|10 1|20 2|11 |3 |21 4", "a linha seguinte: 1, o primeiro na linha 24"},
+      {"0 LINE|8 A\xE7" + line, "indicada n\u00E3o \u00E9 conhecida: ANSI_99"},
+      {"0 LINE|8 A|10 1|20 2|11 1e400|21 4|0 LINE|8 A" + line, "est\u00E1 na linha 26, e a importa"},
+  };
+  int number = 0;
+  for (const auto& one : cases) {
+    report = JobReport();
+    write("in.dxf", drawing(one.entities, header));
+    into = layer(THEMATICMODEL, QString("odd %1").arg(++number));
+    vector = into->vector(vectorLines, true);
+    const auto dxf = handler(into);
+    dxf->SetLayerName("A");
+    dxf->ImportLines(vector, project->projection());
+    const QString notes = report.notes.join('\n');
+    EXPECT_TRUE(notes.contains(one.note)) << one.note << " in " << notes.toStdString();
+  }
+}
+
 TEST_F(DxfLines, SamplesTakeHeights) {
   EXPECT_EQ(importSamples(
                 drawing("0 POINT|8 A|10 1|20 2|30 5.5|0 POINT|8 A|10 3|20 4|38 7|0 POINT|8 A|10 9|20 9"
@@ -210,7 +243,8 @@ TEST_F(DxfLines, SamplesTakeHeights) {
                         "|0 LINE|8 A|10 1|20 2|30 1|11 3|21 4|31 20|0 LINE|8 A|10 1|20 2|11 3|21 4"
                         "|0 POLYLINE|8 A|30 3|0 VERTEX|8 A|10 1|20 1|30 40|0 VERTEX|8 A|10 2|20 2|0 SEQEND"
                         "|0 POLYLINE|8 A|38 50|0 VERTEX|8 A|10 1|20 1|0 VERTEX|8 A|10 2|20 2|0 SEQEND"
-                        "|0 CIRCLE|8 A|10 5|20 5|30 60|40 1|0 ARC|8 A|10 5|20 5|40 1|50 0|51 9")),
+                        "|0 CIRCLE|8 A|10 5|20 5|30 60|40 1|0 ARC|8 A|10 5|20 5|40 1|50 0|51 9"
+                        "|0 POINT|8 A|10 1|20 2|30 1e400|0 CIRCLE|8 A|10 5|20 5|30 nan|40 1")),
             1);
   QStringList heights;
   while (Point3d* next = heights.isEmpty() ? vector->FirstPoint3d() : vector->NextPoint3d()) {
@@ -223,6 +257,7 @@ TEST_F(DxfLines, SamplesTakeHeights) {
     heights << QString("%1%2").arg(line->Type()).arg(static_cast<double>(line->height));
   EXPECT_EQ(heights.join(' '), "320 340 350 360 30");
   EXPECT_EQ(report.leftOut["null_shape"], 2);
+  EXPECT_EQ(report.leftOut["refused"], 2);
 }
 
 TEST_F(DxfLines, SamplesOfOtherVectors) {

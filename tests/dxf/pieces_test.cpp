@@ -43,14 +43,14 @@ TEST(GroupScanner, Pairs) {
     const char* strict;
     const char* lenient;
   } cases[] = {
-      {"  0\nLINE\n 10 \t\n  1.5  \n", "0=LINE 10=1.5 (4)", "0=LINE 10=1.5 (4)"},
-      {"8\n\n0\nLINE\n", "8= 0=LINE (4)", "8=0 (4)"},
-      {"\n0\n\n5\n", "0=0 0=5 (4)", "0=5 (4)"},
-      {"1\n\n1000\n\n8\nA\n", "1= 1000= 8=A (6)", "1= 1000= 8=A (6)"},
-      {"999\nby hand\n0\nEOF\n", "0=EOF (4)", "0=EOF (4)"},
-      {"999\n\n0\nEOF\n", "0=EOF (4)", "0=EOF (4)"},
-      {"x\ny\n-5\nz\n12ab\nw", "0=y -5=z 12=w (6)", "0=y -5=z 12=w (6)"},
-      {"0\n", " (1)", " (1)"},
+      {"  0\nLINE\n 10 \t\n  1.5  \n", "0=LINE 10=1.5 (5)", "0=LINE 10=1.5 (5)"},
+      {"8\n\n0\nLINE\n", "8= 0=LINE (5)", "8=0 (5)"},
+      {"\n0\n\n5\n", "0=0 0=5 (5)", "0=5 (5)"},
+      {"1\n\n1000\n\n8\nA\n", "1= 1000= 8=A (7)", "1= 1000= 8=A (7)"},
+      {"999\nby hand\n0\nEOF\n", "0=EOF (5)", "0=EOF (5)"},
+      {"999\n\n0\nEOF\n", "0=EOF (5)", "0=EOF (5)"},
+      {"x\ny\n-5\nz\n12ab\nw", "0=y -5=z 12=w (7)", "0=y -5=z 12=w (7)"},
+      {"0\n", " (2)", " (2)"},
   };
   for (const auto& one : cases) {
     EXPECT_EQ(scanned(one.text, GroupScanner::Blanks::areValues), one.strict);
@@ -84,6 +84,7 @@ TEST(DrawingReader, EntitiesOfBlocksAreNoEntities) {
   } cases[] = {
       {drawing("", header + block), true, false, "ENTITIES"},
       {header + block + pairs("0 POINT"), false, false, "POINT"},
+      {header + pairs("0 ARC"), false, false, "ARC"},
       {header + block + pairs("0 EOF"), false, false, "EOF"},
       {header + block, false, true, ""},
       {pairs("0 CIRCLE|8 A"), false, false, "CIRCLE"},
@@ -109,6 +110,7 @@ TEST(DrawingText, CodesAndEncodings) {
   DrawingText latin("", "");
   DrawingText cyrillic("", "ANSI_1251");
   DrawingText dos("", "dos850");
+  DrawingText plain("", "ascii");
   DrawingText fixed("windows-1252", "ANSI_1251");
   const struct {
     DrawingText& text;
@@ -123,6 +125,7 @@ TEST(DrawingText, CodesAndEncodings) {
       {latin, "a\xC3\xA7", "a\u00E7"},
       {cyrillic, "\xCF\xEB\xE0\xED", "\u041F\u043B\u0430\u043D"},
       {dos, "a\x87", "a\u00E7"},
+      {plain, "a\xE7", "a\u00E7"},
       {fixed, "\xC3\xA7\x80", "\u00C3\u00A7\u20AC"},
       {latin, QByteArray("ab\0cd", 5), "ab"},
   };

@@ -27,10 +27,11 @@ TEST_F(DxfTexts, Looks) {
   EntitieList texts;
   EXPECT_EQ(import(drawing("0 TEXT|8 A|10 1|20 2|40 3|1 as it is|50 30|0 ATTRIB|8 A|10 3|20 4|40 2|1 "
                            "45%%d|41 0.5|50 90|2 TAG"
-                           "|0 LINE|8 A|10 1|20 1|11 2|21 2|0 TEXT|8 A|10 5|20 6|1 \xE7\\U+4E2D"),
+                           "|0 LINE|8 A|10 1|20 1|11 2|21 2|0 TEXT|8 A|10 5|20 6|1 \xE7\\U+4E2D"
+                           "|0 TEXT|8 A|10 1|20 1|40 1e39|41 1e400|50 nan|1 odd"),
                    texts),
             1);
-  ASSERT_EQ(texts.Size(), 3);
+  ASSERT_EQ(texts.Size(), 4);
   EXPECT_EQ(at(texts, 0).String(), "as it is");
   EXPECT_EQ(at(texts, 0).Own(), 0);
   EXPECT_EQ(at(texts, 0).FontName(), "Serif");
@@ -42,6 +43,9 @@ TEST_F(DxfTexts, Looks) {
   EXPECT_EQ(at(texts, 1).Angle(), 90.0f);
   EXPECT_EQ(at(texts, 1).Expansion(), 0.5f);
   EXPECT_EQ(at(texts, 2).String(), "\u00E7\u4E2D");
+  EXPECT_EQ(at(texts, 3).Own(), 0);
+  EXPECT_EQ(at(texts, 3).Height(), at(texts, 0).Height());
+  EXPECT_EQ(at(texts, 3).Expansion(), 1.0f);
   EXPECT_EQ(messages.take(), "");
 }
 
@@ -55,7 +59,7 @@ TEST_F(DxfTexts, Ends) {
   EXPECT_EQ(import(drawing("0 TEXT|8 A|10 1|20 2|1 "), texts), 0);
   EXPECT_EQ(messages.take(), "Arquivo INCONSISTENTE!in.dxf - layer vazio A");
   EXPECT_EQ(import(pairs("0 SECTION|2 ENTITIES|0 TEXT|8 A|10 1|20 2|1 a"), texts), 0);
-  EXPECT_EQ(messages.take(), "Arquivo INCONSISTENTE!in.dxf - linha 14");
+  EXPECT_EQ(messages.take(), "Arquivo INCONSISTENTE!in.dxf - linha 15");
   into = layer(THEMATICMODEL, "no texts");
   EXPECT_EQ(import(drawing("0 TEXT|8 A|10 1|20 2|1 a"), texts), 0);
   EXPECT_EQ(messages.take(), "Não existe representação no Plano de Informação!text");

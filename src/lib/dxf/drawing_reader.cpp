@@ -67,8 +67,10 @@ bool DrawingReader::takePair() {
       return true;
     }
     afterOpening_ = value() == "SECTION";
-    if (afterOpening_ || value() == "ENDSEC") opened_ = inBlocks_ = false;
-    return !inBlocks_ && isBareEntity(value());
+    if (afterOpening_ || value() == "ENDSEC") opened_ = inBlocks_ = bare_ = false;
+    if (inBlocks_ || !isBareEntity(value())) return false;
+    bare_ = bare_ || !opened_;
+    return true;
   }
   if (code() == GroupCode::name && (afterOpening || !opened_)) {
     if (takeName()) {

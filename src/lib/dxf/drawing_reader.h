@@ -40,13 +40,13 @@ class DrawingReader {
   // Whether the file has ended.
   bool ended() const { return ended_; }
 
-  // In the section of entities, or in a drawing that has had no section yet.
-  bool mayHoldEntities() const { return section_ == entities || !sawSection_; }
+  // In the section of entities, in a drawing that has had no section yet, or behind a bare entity.
+  bool mayHoldEntities() const { return section_ == entities || !sawSection_ || bare_; }
   Section section() const { return section_; }
   void leaveSection() { section_ = other; }
   void enterEntities() { section_ = entities; }
   long lines() const { return scanner_.lines(); }
-  long cutLines() const { return scanner_.cutLines(); }
+  const GroupScanner& scanner() const { return scanner_; }
 
   // What the header tells, as far as it has been read.
   const QByteArray& codePage() const { return codePage_; }
@@ -65,6 +65,7 @@ class DrawingReader {
   bool opened_ = false;        // in a section that was opened by that word: names in it open none
   bool inBlocks_ = false;
   bool sawSection_ = false;
+  bool bare_ = false;  // entities that no section holds have begun
   QByteArray variable_;
   QByteArray codePage_;
   QByteArray version_;

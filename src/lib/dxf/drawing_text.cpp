@@ -117,6 +117,9 @@ DrawingText::DrawingText(const QByteArray& override, const QByteArray& codePage)
   if (!fixed_) {
     // "ANSI_1252": the dictionary of names knows it without the line.
     name = encodingName(QByteArray(codePage).replace('_', ' ').trimmed());
+    if (name.isEmpty()) unknownPage_ = QString::fromLatin1(codePage);
+    // ASCII has no letters with accents: where there are any, it says nothing.
+    if (name == "US-ASCII") name.clear();
     reason_ = name.isEmpty() ? QString::fromLatin1(kEncodingByDefault) : QStringLiteral("header");
   }
   if (name.isEmpty()) name = "ISO-8859-1";
@@ -131,6 +134,7 @@ QString DrawingText::decoded(std::string_view bytes) {
     sawUtf8_ = true;
     return QString::fromUtf8(bytes.data(), static_cast<int>(bytes.size()));
   }
+  sawOther_ = true;
   return decoder_->decode(bytes);
 }
 

@@ -24,6 +24,11 @@ class DrawingText {
   // The text of an entity: %%d and its kind too.
   QString text(std::string_view bytes);
 
+  // The header's code page when it isn't known here and texts would have needed it, else empty.
+  QString unknownPage() const { return sawOther_ ? unknownPage_ : QString(); }
+  // How many texts so far held bytes that mean nothing in the encoding.
+  int undecodable() const { return decoder_->undecodable(); }
+
   // The encoding of what was decoded so far, and why it is taken (a key of base/text_encoding.h, or
   // "header").
   QString encoding() const { return sawUtf8_ ? QStringLiteral("UTF-8") : encoding_; }
@@ -36,7 +41,9 @@ class DrawingText {
   QString encoding_;
   QString reason_;
   bool fixed_ = false;
+  QString unknownPage_;
   bool sawUtf8_ = false;
+  bool sawOther_ = false;  // neither ASCII nor UTF-8
 };
 
 // Replaces \U+XXXX (a character), \M+NXXXX (one of five code pages of two bytes a character). What is no such

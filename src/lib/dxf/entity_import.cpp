@@ -1,6 +1,7 @@
 #include "lib/dxf/entity_import.h"
 
 #include <QObject>
+#include <cmath>
 
 #include "base/number_text.h"
 #include "kaldex/job_report.h"
@@ -17,6 +18,13 @@ constexpr int kMostNotes = 30;
 // Codes at which an entity has to know its layer: those of its geometry.
 bool needsLayer(int code) {
   return (code >= GroupCode::x && code < 60) || (code >= GroupCode::flags && code < 80);
+}
+
+// Whose coordinates are those of the entity's own plane, and not of the world.
+bool liesInOwnPlane(kaldex::EntityKind kind) {
+  using kaldex::EntityKind;
+  return kind == EntityKind::polyline || kind == EntityKind::arc || kind == EntityKind::circle ||
+         kind == EntityKind::text;
 }
 
 }  // namespace
@@ -65,6 +73,8 @@ IEDXF::EntityImport::Step IEDXF::EntityImport::takePair() {
     takeLayer(reader_.value());
     return Step::goOn;
   }
+  // Also what stands behind the coordinates, with which an entity may be complete.
+  if (remarks_.isOpen()) remarks_.take(code, reader_.value());
   if (kind_ == Kind::none) return Step::goOn;
   // A drawing's entity without a layer is in layer 0.
   if (!layerKnown_ && needsLayer(code)) takeLayer(kaldex::kDefaultLayer);
@@ -74,6 +84,7 @@ IEDXF::EntityImport::Step IEDXF::EntityImport::takePair() {
 IEDXF::EntityImport::Step IEDXF::EntityImport::startEntity() {
   const std::string_view name = reader_.value();
   notTaken_.end();
+  remarks_.end();
   if (kind_ != Kind::none && !finishEntity()) return Step::failed;
   kind_ = Kind::none;
   if (name == "EOF") return Step::end;
@@ -87,7 +98,9 @@ IEDXF::EntityImport::Step IEDXF::EntityImport::startEntity() {
     if (!kaldex::isPartOfStructure(name)) notTaken_.begin(name);
     return Step::goOn;
   }
-  if (next == Kind::point && name == "INSERT") ++inserts_;
+  const bool isInsert = next == Kind::point && name == "INSERT";
+  if (isInsert) ++inserts_;
+  remarks_.begin(next, isInsert || liesInOwnPlane(next));
   kind_ = next;
   // The vertices of a polyline may leave their layer out: it is the polyline's.
   layerKnown_ = next == Kind::vertex;
@@ -126,6 +139,7 @@ void IEDXF::EntityImport::takeLayer(std::string_view raw) {
   if (kind_ == Kind::none) return;
   if (!chosen && !layerKnown_) ++otherLayers_;
   layerKnown_ = true;
+  remarks_.choose(chosen);
   holdLayer(raw, chosen);
   enter(chosen);
 }
@@ -141,8 +155,12 @@ void IEDXF::EntityImport::holdLayer(std::string_view raw, bool chosen) {
   }
 }
 
-double IEDXF::EntityImport::real() const {
-  return kaldex::textToReal(reader_.value());
+double IEDXF::EntityImport::real() {
+  std::size_t used = 0;
+  const double number = kaldex::textToReal(reader_.value(), &used);
+  if ((used != reader_.value().size() || !std::isfinite(number)) && ++badNumbers_ == 1)
+    firstBadNumber_ = reader_.lines();
+  return number;
 }
 
 int IEDXF::EntityImport::integer() const {
@@ -162,11 +180,24 @@ bool IEDXF::EntityImport::place(double* xy, std::size_t count) const {
   return transfer_.isIdentity() || transfer_.apply(xy, count);
 }
 
-int IEDXF::EntityImport::emptyFile(const char* what) {
+// As the drawing means it, if it is of the drawing.
+QString IEDXF::EntityImport::heldLayerName() {
   const char* const layer = handler_.IEDlayer.get();
-  return handler_.inconsistent(QStringLiteral("%1 - %2 vazio %3")
-                                   .arg(handler_.dataFile, QString::fromLatin1(what),
-                                        QString::fromLatin1(layer != nullptr ? layer : "")));
+  if (layer == nullptr) return QString();
+  return heldLayer_ == layer ? layers_.selection().name(heldLayer_) : QString::fromLatin1(layer);
+}
+
+int IEDXF::EntityImport::emptyFile(const char* what) {
+  return handler_.inconsistent(
+      QStringLiteral("%1 - %2 vazio %3").arg(handler_.dataFile, QString::fromLatin1(what), heldLayerName()));
+}
+
+// The contract has no message for it.
+IEDXF::EntityImport::Step IEDXF::EntityImport::refused() {
+  if (JobReport* const job = JobReport::current())
+    job->note(QObject::tr("O plano recusou a entidade que está na linha %1, e a importação parou nela.")
+                  .arg(reader_.lines()));
+  return Step::failed;
 }
 
 void IEDXF::EntityImport::report() {
@@ -183,8 +214,36 @@ void IEDXF::EntityImport::report() {
     job->note(QObject::tr("Entidades de outros planos do desenho, não pedidos: %1").arg(otherLayers_));
   if (inserts_ > 0)
     job->note(QObject::tr("Blocos lidos só como o ponto em que estão inseridos: %1").arg(inserts_));
-  if (reader_.cutLines() > 0)
-    job->note(QObject::tr("Linhas de mais de 1023 caracteres, lidas só até aí: %1").arg(reader_.cutLines()));
+  remarks_.tell();
+  reportReading();
+}
+
+void IEDXF::EntityImport::reportReading() const {
+  JobReport& job = *JobReport::current();
+  const kaldex::GroupScanner& scanner = reader_.scanner();
+  if (scanner.cutLines() > 0)
+    job.note(QObject::tr("Linhas de mais de 1023 caracteres, lidas só até aí: %1").arg(scanner.cutLines()));
+  if (scanner.blankValues() > 0)
+    job.note(
+        QObject::tr("Valores em branco em cujo lugar se tomou a linha seguinte: %1, o primeiro na linha %2")
+            .arg(scanner.blankValues())
+            .arg(scanner.firstBlankValue()));
+  if (badNumbers_ > 0)
+    job.note(QObject::tr("Valores que não são por inteiro números finitos, lidos só até onde o são: %1, o "
+                         "primeiro na linha %2")
+                 .arg(badNumbers_)
+                 .arg(firstBadNumber_));
+  if (transforms_ && (handler_.units == 4 || handler_.units == 5))
+    job.note(
+        QObject::tr("Coordenadas em ângulos não se movem, giram nem escalam: o desenho ficou onde estava."));
+  if (!layers_.isMade()) return;
+  const kaldex::DrawingText& text = layers_.text();
+  if (!text.unknownPage().isEmpty())
+    job.note(QObject::tr("A codificação indicada não é conhecida: %1").arg(text.unknownPage()));
+  if (text.undecodable() > 0)
+    job.note(QObject::tr("Nomes e textos com bytes que nada significam na codificação %1: %2")
+                 .arg(text.encoding())
+                 .arg(text.undecodable()));
 }
 
 }  // namespace kaldex_v1

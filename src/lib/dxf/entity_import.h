@@ -7,6 +7,7 @@
 #include "kaldex/dxf.h"
 #include "lib/dxf/drawing_reader.h"
 #include "lib/dxf/entity_kind.h"
+#include "lib/dxf/entity_remarks.h"
 #include "lib/dxf/entity_tally.h"
 #include "lib/dxf/layer_selection.h"
 #include "lib/frame/coordinate_transfer.h"
@@ -49,7 +50,8 @@ class IEDXF::EntityImport {
   Kind kind() const { return kind_; }
   /// No further pair of the entity counts.
   void leave() { kind_ = Kind::none; }
-  double real() const;
+  /// As far as the value is a number; what isn't one as a whole, or isn't finite, is told.
+  double real();
   int integer() const;
   std::string_view value() const { return reader_.value(); }
   kaldex::DrawingText& text() { return layers_.text(); }
@@ -59,6 +61,8 @@ class IEDXF::EntityImport {
   bool place(double* xy, std::size_t count) const;
   /// "File INCONSISTENT", with the file's name and what it has no data for.
   int emptyFile(const char* what);
+  /// The target refuses the entity at hand.
+  Step refused();
 
   IEDXF& handler_;
   kaldex::DrawingReader& reader_;
@@ -71,7 +75,9 @@ class IEDXF::EntityImport {
   Step takeAfterSection();
   void takeLayer(std::string_view raw);
   void holdLayer(std::string_view raw, bool chosen);
+  QString heldLayerName();
   void report();
+  void reportReading() const;
 
   kaldex::CoordinateTransfer transfer_;
   double factor_;
@@ -79,6 +85,7 @@ class IEDXF::EntityImport {
   QStringList names_;
   kaldex::ChosenLayers layers_;
   kaldex::EntityTally notTaken_;
+  kaldex::EntityRemarks remarks_;
   Kind kind_ = Kind::none;
   bool layerKnown_ = false;
   bool betweenSections_ = false;
@@ -86,6 +93,8 @@ class IEDXF::EntityImport {
   std::string heldLayer_;
   long long otherLayers_ = 0;
   long long inserts_ = 0;
+  long long badNumbers_ = 0;
+  long firstBadNumber_ = 0;
 };
 
 }  // namespace kaldex_v1

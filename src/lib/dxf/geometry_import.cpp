@@ -1,6 +1,7 @@
 #include "lib/dxf/geometry_import.h"
 
 #include <QObject>
+#include <cmath>
 #include <memory>
 
 #include "kaldex/job_report.h"
@@ -14,6 +15,7 @@ using kaldex::GroupCode;
 // Flags of polylines and vertices.
 constexpr int kClosed = 1;
 constexpr int kClosedSpline = 9;
+constexpr int kGrid = 16;
 constexpr int kMesh = 64;
 constexpr int kLineTypeGoesOn = 128;
 constexpr int kSplineFrame = 16;
@@ -64,6 +66,7 @@ void IEDXF::GeometryImport::enter(bool chosen) {
   switch (kind()) {
     case Kind::vertex:
       active_ = chosen && sequence_ != Sequence::ignored;
+      if (!chosen && sequence_ == Sequence::open) ++otherVertices_;
       break;
     case Kind::point:
       active_ = chosen;
@@ -151,9 +154,14 @@ bool IEDXF::GeometryImport::placePoint(Point& point) {
 IEDXF::EntityImport::Step IEDXF::GeometryImport::inserted(int result) {
   if (result == 0) {
     ++refused_;
-    return Step::failed;
+    return refused();
   }
   ++pointsWritten_;
+  return Step::goOn;
+}
+
+IEDXF::EntityImport::Step IEDXF::GeometryImport::withoutHeight() {
+  ++refused_;
   return Step::goOn;
 }
 
@@ -239,13 +247,22 @@ bool IEDXF::GeometryImport::finishSequence() {
   if (!open) return true;
   if (isMesh()) {
     looseEdges_ += static_cast<long long>(mesh_.join(xy_));
-  } else if (isClosed() && xy_.size() > 2) {
-    const double first[] = {xy_[0], xy_[1]};
-    xy_.insert(xy_.end(), first, first + 2);
+  } else if (isClosed()) {
+    if (xy_.size() > 2) xy_.insert(xy_.end(), {xy_[0], xy_[1]});
+  } else {
+    countOddForms();
   }
   const bool good = insertPoints() == Step::goOn;
   height_ = 0.0f;
   return good;
+}
+
+void IEDXF::GeometryImport::countOddForms() {
+  if ((polylineFlags_ & kGrid) != 0) {
+    ++grids_;
+  } else if ((polylineFlags_ & kClosed) != 0) {
+    ++leftOpen_;
+  }
 }
 
 // --- Lines ---
@@ -256,10 +273,12 @@ IEDXF::EntityImport::Step IEDXF::GeometryImport::insertPoints() {
   ++linesRead_;
   if (xy_.size() < 4) {
     ++fewPoints_;
+  } else if (!std::isfinite(height_)) {
+    ++refused_;
   } else if (!place(xy_.data(), xy_.size() / 2)) {
     ++unplaced_;
   } else if (!insertLine()) {
-    return Step::failed;
+    return refused();
   }
   return Step::goOn;
 }
@@ -312,6 +331,10 @@ void IEDXF::GeometryImport::report() const {
        incomplete_);
   note(QObject::tr("Arcos com ângulos impossíveis: %1"), oddArcs_);
   note(QObject::tr("Vértices com x ou y igual a zero, que não se tomam: %1"), droppedVertices_);
+  note(QObject::tr("Vértices em planos não pedidos, que faltam em suas polilinhas: %1"), otherVertices_);
+  note(QObject::tr("Polilinhas marcadas como fechadas e com curva ajustada, que ficam abertas: %1"),
+       leftOpen_);
+  note(QObject::tr("Malhas em grade, lidas como uma linha por seus vértices: %1"), grids_);
   note(QObject::tr("Arestas de malhas que não continuam a primeira linha delas: %1"), looseEdges_);
 }
 

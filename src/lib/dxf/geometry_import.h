@@ -45,6 +45,8 @@ class IEDXF::GeometryImport : public IEDXF::EntityImport {
   /// The point at hand in the target's plane, if it lies in the vector's box. Ends the entity.
   bool placePoint(Point& point);
   Step inserted(int result);
+  /// The point at hand has a height that is no number.
+  Step withoutHeight();
   void setHeight(float height) { height_ = height; }
 
   Vector& vector_;
@@ -65,6 +67,7 @@ class IEDXF::GeometryImport : public IEDXF::EntityImport {
   Step insertPoints();
   bool insertLine();
   void beginSequence();
+  void countOddForms();
   void report() const;
 
   Result result_;
@@ -94,6 +97,9 @@ class IEDXF::GeometryImport : public IEDXF::EntityImport {
   long long incomplete_ = 0;
   long long oddArcs_ = 0;
   long long droppedVertices_ = 0;
+  long long otherVertices_ = 0;
+  long long leftOpen_ = 0;
+  long long grids_ = 0;
   long long looseEdges_ = 0;
 };
 

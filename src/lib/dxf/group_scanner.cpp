@@ -37,6 +37,8 @@ bool mayBeEmpty(int code) {
 void GroupScanner::restart() {
   lines_ = 0;
   cutLines_ = 0;
+  blankValues_ = 0;
+  firstBlankValue_ = 0;
 }
 
 bool GroupScanner::next(FILE* file, Blanks blanks) {
@@ -52,16 +54,23 @@ bool GroupScanner::readPair(FILE* file, Blanks blanks) {
     if (!readLine(file)) return false;
   } while (value_.empty() && !strict);
   code_ = codeOf(value_);
+  if (!readLine(file)) return false;
+  if (!value_.empty() || strict || mayBeEmpty(code_)) return true;
+  countBlankValue();
   do {
     if (!readLine(file)) return false;
-  } while (value_.empty() && !strict && !mayBeEmpty(code_));
+  } while (value_.empty());
   return true;
+}
+
+void GroupScanner::countBlankValue() {
+  if (++blankValues_ == 1) firstBlankValue_ = lines_;
 }
 
 bool GroupScanner::readLine(FILE* file) {
   value_ = {};
-  if (fgets_unlocked(buffer_, static_cast<int>(kCapacity), file) == nullptr) return false;
   ++lines_;
+  if (fgets_unlocked(buffer_, static_cast<int>(kCapacity), file) == nullptr) return false;
   const std::size_t length = std::strlen(buffer_);
   // The rest of a line that doesn't fit would be taken for a code, and every pair behind it would be wrong.
   if (length + 1 == kCapacity && buffer_[length - 1] != '\n') {

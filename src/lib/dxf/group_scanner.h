@@ -20,10 +20,14 @@ class GroupScanner {
   // Without blanks at its ends; good until the next pair.
   std::string_view value() const { return value_; }
 
-  // Lines read since `restart`.
+  // The number of the line at hand since `restart`; at the end of the file, of the one that is missing.
   long lines() const { return lines_; }
   // How many of them were longer than the buffer; what did not fit was passed over.
   long cutLines() const { return cutLines_; }
+  // How many values were blank where that means nothing, so that the next line was taken for them, and where
+  // the first of them stood.
+  long blankValues() const { return blankValues_; }
+  long firstBlankValue() const { return firstBlankValue_; }
   void restart();
 
  private:
@@ -31,12 +35,15 @@ class GroupScanner {
 
   bool readLine(FILE* file);
   bool readPair(FILE* file, Blanks blanks);
+  void countBlankValue();
 
   char buffer_[kCapacity] = {};
   std::string_view value_;
   int code_ = 0;
   long lines_ = 0;
   long cutLines_ = 0;
+  long blankValues_ = 0;
+  long firstBlankValue_ = 0;
 };
 
 // The codes that the reader knows. What a number means depends on the entity; these are their usual meanings.
@@ -56,14 +63,17 @@ struct GroupCode {
     elevation = 38,
     size = 40,  // radius, height of a text
     expansion = 41,
+    bulge = 42,
     startAngle = 50,
     endAngle = 51,
     color = 62,
+    paperSpace = 67,
     flags = 70,
     corner1 = 71,  // of a face, as a number in the list of vertices
     corner2 = 72,
     corner3 = 73,
     corner4 = 74,
+    normalZ = 230,  // of the plane that the coordinates lie in
     comment = 999,
     extendedText = 1000,
   };

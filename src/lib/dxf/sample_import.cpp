@@ -1,4 +1,5 @@
 #include <QFile>
+#include <cmath>
 
 #include "base/tracer.h"
 #include "lib/dxf/geometry_import.h"
@@ -50,6 +51,7 @@ IEDXF::EntityImport::Step IEDXF::SampleImport::takePoint(int code) {
 IEDXF::EntityImport::Step IEDXF::SampleImport::insertSample() {
   Point place;
   if (!placePoint(place)) return Step::goOn;
+  if (!std::isfinite(sampleHeight_)) return withoutHeight();
   Point3d sample(place.x, place.y, sampleHeight_);
   return inserted(vector_.Insert(sample, 0));
 }

@@ -18,6 +18,11 @@ bool differs(float value, float other) {
   return !(std::fabs(value - other) <= kSamePrinted);
 }
 
+// What the look can hold; anything else leaves the layer's.
+bool isSize(double value) {
+  return std::isfinite(static_cast<float>(value));
+}
+
 }  // namespace
 
 /// Texts into a list.
@@ -39,6 +44,7 @@ class IEDXF::TextImport : public IEDXF::TextWalk {
   void takePlace();
   void takeHeight();
   void takeAngle();
+  void takeExpansion();
   Step emptyValue();
 
   EntitieList& texts_;
@@ -82,7 +88,7 @@ IEDXF::EntityImport::Step IEDXF::TextImport::take(int code) {
       text_->String(text().text(value()));
       break;
     case GroupCode::expansion:
-      text_->Expansion(static_cast<float>(real()));
+      takeExpansion();
       break;
     case GroupCode::startAngle:
       takeAngle();
@@ -103,16 +109,21 @@ void IEDXF::TextImport::takePlace() {
 
 void IEDXF::TextImport::takeHeight() {
   const double height = real();
-  if (!differs(static_cast<float>(height), look_.height)) return;
+  if (!isSize(height) || !differs(static_cast<float>(height), look_.height)) return;
   text_->Height(scale_.fromPaper(height));
   text_->Own(1);
 }
 
 void IEDXF::TextImport::takeAngle() {
   const auto angle = static_cast<float>(real());
-  if (!differs(angle, look_.angle)) return;
+  if (!std::isfinite(angle) || !differs(angle, look_.angle)) return;
   text_->Angle(angle);
   text_->Own(1);
+}
+
+void IEDXF::TextImport::takeExpansion() {
+  const double expansion = real();
+  if (isSize(expansion)) text_->Expansion(static_cast<float>(expansion));
 }
 
 // By contract an empty value is the end of the texts.
