@@ -97,10 +97,10 @@ bool hasAny(const DxfOutline& outline, const QStringList& entities, const QStrin
 int takeFeatures(const ImportContext& context) {
   const DxfOutline outline(context.path, context.options.encoding);
   const QStringList& layers = context.options.layers;
-  const bool texts = hasAny(outline, textEntities(), layers);
   const bool lines = hasAny(outline, lineEntities() + pointEntities(), layers);
-  if (!texts) return takeLines(context, QStringList());
-  if (!lines) return takeTexts(context, QStringList());
+  if (!lines && hasAny(outline, textEntities(), layers)) return takeTexts(context, QStringList());
+  // Texts that a blank one keeps from being read, as attributes often do, mustn't take the lines with them.
+  if (!outline.hasTexts(layers)) return takeLines(context, QStringList());
   return takeLines(context, textEntities()) != 0 ? takeTexts(context, outline.entityKinds()) : 0;
 }
 

@@ -159,17 +159,23 @@ class KALDEX_API DxfOutline {
     bool declared = false;              ///< by the table of layers
     QMap<QString, long long> entities;  ///< by kind, in the section of entities
     Box box = Box::inverted();  ///< of what IEDXF reads, in the file's coordinates; inverted without any
+    /// The first text with words, and the first blank one, by their order in the drawing from 1; 0: none.
+    long long firstText = 0;
+    long long firstBlankText = 0;
   };
 
   /// `encoding` as for IEDXF::setEncoding. The file's line ends must be those that handlers take.
   explicit DxfOutline(const QString& path, const QString& encoding = QString());
 
-  /// In the order of their appearance.
+  /// In the order of their appearance; of very many the last stands for the rest.
   const std::vector<Layer>& layers() const { return layers_; }
+  // Layer "0" may be named here as GetLayers calls it.
   bool has(const QString& layer) const;
   /// How many entities of a kind the layers of these names hold; no names: all layers.
   long long count(const QString& entity, const QStringList& names = QStringList()) const;
   Box box(const QStringList& names = QStringList()) const;
+  /// Whether IEDXF::ImportText finds any before the first blank one, which ends it.
+  bool hasTexts(const QStringList& names = QStringList()) const;
   QStringList entityKinds() const;
   QString version() const { return version_; }
   QString encoding() const { return encodingName_; }
@@ -179,6 +185,9 @@ class KALDEX_API DxfOutline {
 
  private:
   class Survey;
+
+  template <typename Action>
+  void forEach(const QStringList& names, Action&& action) const;
 
   std::vector<Layer> layers_;
   QString version_;

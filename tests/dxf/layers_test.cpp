@@ -148,6 +148,22 @@ TEST_F(DxfLayers, Outline) {
   EXPECT_EQ(outline.unitsCode(), 4);
   EXPECT_TRUE(outline.has("empty"));
   EXPECT_FALSE(outline.has("C"));
+  EXPECT_TRUE(outline.has("0 { DXF Default Layer }"));
+  EXPECT_EQ(outline.count("POINT", {"0 { DXF Default Layer }"}), 1);
+}
+
+TEST_F(DxfLayers, OutlineOfWhatCanBeTaken) {
+  write("in.dxf", drawing("0 POINT|8 A|10 1|20 2|0 POINT|8 A|10 1e400|20 2|0 CIRCLE|8 A|10 1|20 2|40 1e400"
+                          "|0 ATTRIB|8 B|1 |0 TEXT|8 A|1 x|0 TEXT|8 B|1 y|0 TEXT|8 C|1 "));
+  const DxfOutline outline(path("in.dxf"));
+  EXPECT_TRUE(outline.box() == Box(1, 2, 1, 2));
+  EXPECT_TRUE(outline.hasTexts({"A"}));
+  EXPECT_TRUE(outline.hasTexts({"A", "C"}));
+  EXPECT_FALSE(outline.hasTexts({"A", "B"}));
+  EXPECT_FALSE(outline.hasTexts({"C"}));
+  EXPECT_FALSE(outline.hasTexts());
+  write("in.dxf", pairs("0 SECTION|2 HEADER|9 $X|1 |0 ENDSEC|0 POINT|8 A|10 1|20 2|0 EOF"));
+  EXPECT_EQ(DxfOutline(path("in.dxf")).count("POINT"), 1);
 }
 
 }  // namespace

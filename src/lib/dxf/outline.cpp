@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <limits>
 #include <memory>
 #include <string>
 
@@ -57,13 +58,17 @@ struct Extent {
 
   void addTo(Box& box, EntityKind kind) const {
     if (!hasPlace || kind == EntityKind::none || kind == EntityKind::polyline) return;
+    // No layer takes it, and it mustn't take the others' box away.
+    if (!std::isfinite(x) || !std::isfinite(y)) return;
     // Vertices that lack a coordinate aren't read.
     if (kind == EntityKind::vertex && (x == 0.0 || y == 0.0)) return;
     const bool round = kind == EntityKind::arc || kind == EntityKind::circle;
     const double reach = round ? std::fabs(radius) : 0.0;
+    if (!std::isfinite(reach)) return;
     box.extend(x - reach, y - reach);
     box.extend(x + reach, y + reach);
-    if (kind == EntityKind::line && hasEnd) box.extend(endX, endY);
+    if (kind == EntityKind::line && hasEnd && std::isfinite(endX) && std::isfinite(endY))
+      box.extend(endX, endY);
   }
 };
 
@@ -85,6 +90,7 @@ class DxfOutline::Survey {
   Layer& layerCalled(const QString& name);
   void beginRecord();
   void takeRecord();
+  void countText(Layer& layer);
 
   DxfOutline& outline_;
   FILE* file_;
@@ -101,6 +107,8 @@ class DxfOutline::Survey {
   Extent extent_;
   std::size_t layer_ = 0;
   bool layerKnown_ = false;
+  bool blank_ = false;  ///< its text
+  long long texts_ = 0;
 };
 
 void DxfOutline::Survey::run() {
@@ -128,6 +136,8 @@ void DxfOutline::Survey::takePair() {
     return;
   } else if (code == GroupCode::layer) {
     if (!layerKnown_) takeLayer(reader_.value());
+  } else if (code == GroupCode::text) {
+    blank_ = blank_ || reader_.value().empty();
   } else if (kind_ != EntityKind::none && code >= GroupCode::x && code <= GroupCode::size) {
     extent_.take(code, kaldex::textToReal(reader_.value()));
   }
@@ -154,6 +164,7 @@ void DxfOutline::Survey::beginEntity(std::string_view name) {
   const bool counts = kind_ == EntityKind::vertex || !kaldex::isPartOfStructure(name);
   name_ = counts ? std::string(name) : std::string();
   extent_ = Extent();
+  blank_ = false;
   // A vertex may leave its layer out: it is the polyline's.
   if (kind_ != EntityKind::vertex) layerKnown_ = false;
 }
@@ -169,6 +180,7 @@ void DxfOutline::Survey::endEntity() {
   if (!layerKnown_) takeLayer(kaldex::kDefaultLayer);
   Layer& layer = outline_.layers_[layer_];
   extent_.addTo(layer.box, kind_);
+  if (kind_ == EntityKind::text) countText(layer);
   if (kind_ != EntityKind::vertex) {
     const QString kind = QString::fromLatin1(name_.data(), static_cast<int>(name_.size()));
     const bool known = layer.entities.contains(kind) || layer.entities.size() < kMostKinds;
@@ -177,13 +189,20 @@ void DxfOutline::Survey::endEntity() {
   name_.clear();
 }
 
+void DxfOutline::Survey::countText(Layer& layer) {
+  ++texts_;
+  long long& first = blank_ ? layer.firstBlankText : layer.firstText;
+  if (first == 0) first = texts_;
+}
+
 DxfOutline::Layer& DxfOutline::Survey::layerCalled(const QString& name) {
   const auto known = positions_.constFind(name);
   if (known != positions_.constEnd()) return outline_.layers_[*known];
   const bool room = outline_.layers_.size() < kMostLayers;
   if (room) {
     outline_.layers_.emplace_back();
-    outline_.layers_.back().name = name;
+    const bool isLast = outline_.layers_.size() == kMostLayers;
+    outline_.layers_.back().name = isLast ? QStringLiteral("...") : name;
   }
   const std::size_t position = outline_.layers_.size() - 1;
   if (room) positions_.insert(name, position);
@@ -199,23 +218,39 @@ DxfOutline::DxfOutline(const QString& path, const QString& encoding) {
 }
 
 bool DxfOutline::has(const QString& layer) const {
-  return std::any_of(layers_.begin(), layers_.end(), [&](const Layer& one) { return one.name == layer; });
+  const QString name = kaldex::realLayer(layer);
+  return std::any_of(layers_.begin(), layers_.end(), [&](const Layer& one) { return one.name == name; });
+}
+
+template <typename Action>
+void DxfOutline::forEach(const QStringList& names, Action&& action) const {
+  QStringList wanted;
+  for (const QString& name : names) wanted << kaldex::realLayer(name);
+  for (const Layer& layer : layers_) {
+    if (wanted.isEmpty() || wanted.contains(layer.name)) action(layer);
+  }
 }
 
 long long DxfOutline::count(const QString& entity, const QStringList& names) const {
   long long all = 0;
-  for (const Layer& layer : layers_) {
-    if (names.isEmpty() || names.contains(layer.name)) all += layer.entities.value(entity);
-  }
+  forEach(names, [&](const Layer& layer) { all += layer.entities.value(entity); });
   return all;
 }
 
 Box DxfOutline::box(const QStringList& names) const {
   Box all = Box::inverted();
-  for (const Layer& layer : layers_) {
-    if (names.isEmpty() || names.contains(layer.name)) all.extend(layer.box);
-  }
+  forEach(names, [&](const Layer& layer) { all.extend(layer.box); });
   return all;
+}
+
+bool DxfOutline::hasTexts(const QStringList& names) const {
+  constexpr long long kNever = std::numeric_limits<long long>::max();
+  long long first = kNever, blank = kNever;
+  forEach(names, [&](const Layer& layer) {
+    if (layer.firstText > 0) first = std::min(first, layer.firstText);
+    if (layer.firstBlankText > 0) blank = std::min(blank, layer.firstBlankText);
+  });
+  return first < blank;
 }
 
 QStringList DxfOutline::entityKinds() const {
