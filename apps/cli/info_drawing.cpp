@@ -26,6 +26,8 @@ void printAsJson(const DxfOutline& outline) {
   json.beginObject();
   json.member("format", QStringLiteral("dxf"));
   json.member("version", outline.version());
+  json.key("complete");
+  json.value(outline.isComplete());
   json.member("units_code", static_cast<long long>(outline.unitsCode()));
   json.key("encoding");
   json.beginObject();
@@ -66,6 +68,7 @@ QString layerText(const DxfOutline::Layer& layer) {
 void printAsText(const Options& options, const DxfOutline& outline) {
   printLine(stdout, options.dataBase);
   printRow(Say::tr("formato"), QStringLiteral("dxf %1").arg(outline.version()).trimmed());
+  if (!outline.isComplete()) printRow(Say::tr("atenção"), Say::tr("falta o fim do desenho"));
   printRow(Say::tr("codificação"),
            QStringLiteral("%1 (%2)").arg(outline.encoding(), choiceText(outline.encodingReason())));
   const Box box = outline.box();

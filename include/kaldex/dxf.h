@@ -177,6 +177,8 @@ class KALDEX_API DxfOutline {
   /// Whether IEDXF::ImportText finds any before the first blank one, which ends it.
   bool hasTexts(const QStringList& names = QStringList()) const;
   QStringList entityKinds() const;
+  /// Whether the drawing has its end; imports refuse it without.
+  bool isComplete() const { return complete_; }
   QString version() const { return version_; }
   QString encoding() const { return encodingName_; }
   QString encodingReason() const { return encodingReason_; }
@@ -194,6 +196,7 @@ class KALDEX_API DxfOutline {
   QString encodingName_;
   QString encodingReason_;
   int unitsCode_ = 0;
+  bool complete_ = false;
 };
 
 }  // namespace kaldex_v1

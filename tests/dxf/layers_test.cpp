@@ -164,6 +164,9 @@ TEST_F(DxfLayers, OutlineOfWhatCanBeTaken) {
   EXPECT_FALSE(outline.hasTexts());
   write("in.dxf", pairs("0 SECTION|2 HEADER|9 $X|1 |0 ENDSEC|0 POINT|8 A|10 1|20 2|0 EOF"));
   EXPECT_EQ(DxfOutline(path("in.dxf")).count("POINT"), 1);
+  EXPECT_TRUE(DxfOutline(path("in.dxf")).isComplete());
+  write("in.dxf", pairs("0 POINT|8 A|10 1|20 2"));
+  EXPECT_FALSE(DxfOutline(path("in.dxf")).isComplete());
 }
 
 }  // namespace

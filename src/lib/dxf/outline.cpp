@@ -113,6 +113,7 @@ class DxfOutline::Survey {
 
 void DxfOutline::Survey::run() {
   while (reader_.nextOutsideBlocks(file_) && !reader_.isEndOfDrawing()) takePair();
+  outline_.complete_ = reader_.isEndOfDrawing();
   endEntity();
   if (inRecord_) takeRecord();
   outline_.version_ = QString::fromLatin1(reader_.version());
