@@ -910,6 +910,54 @@
         <source>O texto depois do END final, a partir da linha %1, não foi lido</source>
         <translation>The text behind the final END, from line %1 on, was not read</translation>
     </message>
+    <message>
+        <source>O plano recusou a entidade que está na linha %1, e a importação parou nela.</source>
+        <translation>The layer refused the entity at line %1, and the import stopped there.</translation>
+    </message>
+    <message>
+        <source>Valores em branco em cujo lugar se tomou a linha seguinte: %1, o primeiro na linha %2</source>
+        <translation>Blank values in whose place the next line was taken: %1, the first in line %2</translation>
+    </message>
+    <message>
+        <source>Valores que não são por inteiro números finitos, lidos só até onde o são: %1, o primeiro na linha %2</source>
+        <translation>Values that are not wholly finite numbers, read only as far as they are: %1, the first in line %2</translation>
+    </message>
+    <message>
+        <source>Coordenadas em ângulos não se movem, giram nem escalam: o desenho ficou onde estava.</source>
+        <translation>Coordinates in angles are not moved, rotated or scaled: the drawing stayed where it was.</translation>
+    </message>
+    <message>
+        <source>Nomes e textos com bytes que nada significam na codificação %1: %2</source>
+        <translation>Names and texts with bytes that mean nothing in the encoding %1: %2</translation>
+    </message>
+    <message>
+        <source>Entidades do espaço do papel, lidas como as outras: %1</source>
+        <translation>Entities of paper space, read like the others: %1</translation>
+    </message>
+    <message>
+        <source>Entidades num plano inclinado ou espelhado (extrusão), cujas coordenadas foram lidas como estão: %1</source>
+        <translation>Entities in a tilted or mirrored plane (extrusion), whose coordinates were read as they stand: %1</translation>
+    </message>
+    <message>
+        <source>Trechos curvos de polilinhas, lidos como retos: %1</source>
+        <translation>Curved segments of polylines, read as straight: %1</translation>
+    </message>
+    <message>
+        <source>Vértices em planos não pedidos, que faltam em suas polilinhas: %1</source>
+        <translation>Vertices in layers not asked for, missing from their polylines: %1</translation>
+    </message>
+    <message>
+        <source>Polilinhas marcadas como fechadas e com curva ajustada, que ficam abertas: %1</source>
+        <translation>Polylines marked as closed and with a fitted curve, which stay open: %1</translation>
+    </message>
+    <message>
+        <source>Malhas em grade, lidas como uma linha por seus vértices: %1</source>
+        <translation>Grid meshes, read as one line through their vertices: %1</translation>
+    </message>
+    <message>
+        <source>O arquivo não é um desenho DXF de texto (%1): </source>
+        <translation>The file is not a text DXF drawing (%1): </translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
@@ -2063,6 +2111,14 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
     <message>
         <source>%1 só pode receber um arquivo, e a saída são %2.</source>
         <translation>%1 can take one file only, and the output is %2.</translation>
+    </message>
+    <message>
+        <source>atenção</source>
+        <translation>warning</translation>
+    </message>
+    <message>
+        <source>falta o fim do desenho</source>
+        <translation>the drawing&apos;s end is missing</translation>
     </message>
 </context>
 </TS>

@@ -910,6 +910,54 @@
         <source>O texto depois do END final, a partir da linha %1, não foi lido</source>
         <translation>El texto después del END final, a partir de la línea %1, no se leyó</translation>
     </message>
+    <message>
+        <source>O plano recusou a entidade que está na linha %1, e a importação parou nela.</source>
+        <translation>La capa rechazó la entidad de la línea %1, y la importación se detuvo en ella.</translation>
+    </message>
+    <message>
+        <source>Valores em branco em cujo lugar se tomou a linha seguinte: %1, o primeiro na linha %2</source>
+        <translation>Valores en blanco en cuyo lugar se tomó la línea siguiente: %1, el primero en la línea %2</translation>
+    </message>
+    <message>
+        <source>Valores que não são por inteiro números finitos, lidos só até onde o são: %1, o primeiro na linha %2</source>
+        <translation>Valores que no son por entero números finitos, leídos solo hasta donde lo son: %1, el primero en la línea %2</translation>
+    </message>
+    <message>
+        <source>Coordenadas em ângulos não se movem, giram nem escalam: o desenho ficou onde estava.</source>
+        <translation>Las coordenadas en ángulos no se mueven, giran ni escalan: el dibujo quedó donde estaba.</translation>
+    </message>
+    <message>
+        <source>Nomes e textos com bytes que nada significam na codificação %1: %2</source>
+        <translation>Nombres y textos con bytes que nada significan en la codificación %1: %2</translation>
+    </message>
+    <message>
+        <source>Entidades do espaço do papel, lidas como as outras: %1</source>
+        <translation>Entidades del espacio papel, leídas como las demás: %1</translation>
+    </message>
+    <message>
+        <source>Entidades num plano inclinado ou espelhado (extrusão), cujas coordenadas foram lidas como estão: %1</source>
+        <translation>Entidades en un plano inclinado o reflejado (extrusión), cuyas coordenadas se leyeron como están: %1</translation>
+    </message>
+    <message>
+        <source>Trechos curvos de polilinhas, lidos como retos: %1</source>
+        <translation>Tramos curvos de polilíneas, leídos como rectos: %1</translation>
+    </message>
+    <message>
+        <source>Vértices em planos não pedidos, que faltam em suas polilinhas: %1</source>
+        <translation>Vértices en capas no pedidas, que faltan en sus polilíneas: %1</translation>
+    </message>
+    <message>
+        <source>Polilinhas marcadas como fechadas e com curva ajustada, que ficam abertas: %1</source>
+        <translation>Polilíneas marcadas como cerradas y con curva ajustada, que quedan abiertas: %1</translation>
+    </message>
+    <message>
+        <source>Malhas em grade, lidas como uma linha por seus vértices: %1</source>
+        <translation>Mallas en cuadrícula, leídas como una línea por sus vértices: %1</translation>
+    </message>
+    <message>
+        <source>O arquivo não é um desenho DXF de texto (%1): </source>
+        <translation>El archivo no es un dibujo DXF de texto (%1): </translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
@@ -2063,6 +2111,14 @@ Código de salida: 0 hecho, 1 falló, 2 uso incorrecto, 3 rechazado por una preg
     <message>
         <source>%1 só pode receber um arquivo, e a saída são %2.</source>
         <translation>%1 solo puede recibir un archivo, y la salida son %2.</translation>
+    </message>
+    <message>
+        <source>atenção</source>
+        <translation>atención</translation>
+    </message>
+    <message>
+        <source>falta o fim do desenho</source>
+        <translation>falta el final del dibujo</translation>
     </message>
 </context>
 </TS>
