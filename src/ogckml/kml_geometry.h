@@ -14,22 +14,28 @@ inline namespace kaldex_v1 {
 namespace KdxOgc {
 
 /// Places on WGS84, pairs of longitude and latitude in degrees; altitudes are not kept. A document holds many
-/// of these, so they take the room that they need and no more.
+/// of these, so they take little room: documents print few decimals, and from place to place whole numbers of
+/// these are half as long as what they stand for.
 class OgKMLPositions {
  public:
   void assign(const double* pairs, int count);
   int size() const { return count_; }
-  const double* data() const { return pairs_.get(); }
+  /// What was assigned, without loss.
+  void copyTo(std::vector<double>& pairs) const;
   /// Whether all are angles of a place on earth. Documents with metres exist.
-  bool areGeographic() const;
+  bool areGeographic() const { return areGeographic_; }
   /// Repeat the first place at the end unless it stands there.
   void close();
   /// As a line in the plane of a projection; see Wgs84Transfer. False when a place has no image there.
   bool toLine(Line& line, const SProjection* projection) const;
 
  private:
-  std::unique_ptr<double[]> pairs_;
+  bool pack(const double* pairs);
+
+  std::unique_ptr<char[]> bytes_;
   int count_ = 0;
+  bool areGeographic_ = true;
+  bool isPacked_ = false;
 };
 
 class OgKMLAbstractGeometry : public OgKMLAbstractObject {};
@@ -44,6 +50,8 @@ class OgKMLPoint : public OgKMLAbstractGeometry {
   /// Unset until it is known.
   const Point& place() const { return place_; }
   void setPlace(double longitude, double latitude) { place_ = Point(longitude, latitude); }
+  /// Whether it is an angle of a place on earth.
+  bool isGeographic() const;
   /// Carry the place into the plane of a projection; false when it has no image there.
   bool getTePoint(Point2d& point, const SProjection* projection) const;
 

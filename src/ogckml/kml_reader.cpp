@@ -1,6 +1,10 @@
 #include "ogckml/kml_reader.h"
 
 #include <QObject>
+#include <algorithm>
+#include <limits>
+
+#include "kaldex/model/report.h"
 
 namespace kaldex {
 
@@ -26,10 +30,24 @@ std::string trimmed(const std::string& text) {
   return text.substr(first, text.find_last_not_of(" \t\r\n") - first + 1);
 }
 
+// The progress of reading.
+class Reading {
+ public:
+  explicit Reading(long long pieces) {
+    SGError->ProgressInit(0, static_cast<int>(std::min<long long>(pieces, std::numeric_limits<int>::max())),
+                          1);
+  }
+  ~Reading() { SGError->ProgressStop(true); }
+  Reading(const Reading&) = delete;
+  Reading& operator=(const Reading&) = delete;
+};
+
 }  // namespace
 
 bool KmlReader::run() {
   if (!decoder_.open()) return false;
+  const Reading progress(decoder_.pieces());
+  if (decoder_.otherDocuments() > 0) document_.losses.features["*.kml"] += decoder_.otherDocuments();
   elements_.push_back(Element::root);
   containers_.push_back(&document_);
   for (;;) {
@@ -114,7 +132,8 @@ KmlReader::Element KmlReader::inContainer(const QStringRef& name) {
   if (is(name, "Placemark")) return Element::placemark;
   if (is(name, "Document") || is(name, "Folder")) return Element::container;
   if (is(name, "name")) return Element::name;
-  for (const char* feature : {"NetworkLink", "GroundOverlay", "ScreenOverlay", "PhotoOverlay", "Tour"}) {
+  for (const char* feature :
+       {"NetworkLink", "GroundOverlay", "ScreenOverlay", "PhotoOverlay", "Tour", "NetworkLinkControl"}) {
     if (is(name, feature)) ++document_.losses.features[feature];
   }
   return Element::other;
@@ -168,6 +187,7 @@ void KmlReader::open(Element element, const QStringRef& name) {
     case Element::datum: {
       const QString key = decoder_.attribute("name");
       key_ = key.isEmpty() ? bytes(name) : key.toStdString();
+      text_.clear();
       break;
     }
     case Element::linearRing:
@@ -183,10 +203,14 @@ void KmlReader::open(Element element, const QStringRef& name) {
     case Element::otherGeometry:
       geometries_.push_back(newGeometry(element, name));
       break;
+    case Element::name:
+    case Element::value:
+    case Element::coordinates:
+      text_.clear();
+      break;
     default:
       break;
   }
-  text_.clear();
 }
 
 std::unique_ptr<OgKMLAbstractGeometry> KmlReader::newGeometry(Element element, const QStringRef& name) {
@@ -292,12 +316,14 @@ void KmlReader::endCoordinates() {
   OgKMLAbstractGeometry& geometry = *geometries_.back();
   if (around == Element::point) {
     static_cast<OgKMLPoint&>(geometry).setPlace(pairs_[0], pairs_[1]);
+    tally_.bad += count - 1;
     return;
   }
   const Element boundary = elements_[elements_.size() - 2];
   const bool ofPolygon = boundary == Element::outerBoundary || boundary == Element::innerBoundary;
   if (!ofPolygon) {
     OgKMLPositions& positions = static_cast<OgKMLLineString&>(geometry).positions;
+    tally_.bad += positions.size();
     positions.assign(pairs_.data(), count);
     if (around == Element::linearRing) positions.close();
     return;

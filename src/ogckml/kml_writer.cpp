@@ -76,7 +76,7 @@ void KmlWriter::geometry(const OgKMLAbstractGeometry& geometry) {
     const double pair[] = {point->place().x, point->place().y};
     coordinates(pair, 1);
   } else if (const auto* const line = dynamic_cast<const OgKMLLineString*>(&geometry)) {
-    coordinates(line->positions.data(), line->positions.size());
+    coordinates(line->positions);
   } else if (const auto* const polygon = dynamic_cast<const OgKMLPolygon*>(&geometry)) {
     ring("outerBoundaryIs", polygon->outer);
     for (const OgKMLPositions& positions : polygon->inner) ring("innerBoundaryIs", positions);
@@ -89,9 +89,14 @@ void KmlWriter::geometry(const OgKMLAbstractGeometry& geometry) {
 void KmlWriter::ring(const char* boundary, const OgKMLPositions& positions) {
   start(boundary);
   start("LinearRing");
-  coordinates(positions.data(), positions.size());
+  coordinates(positions);
   end();
   end();
+}
+
+void KmlWriter::coordinates(const OgKMLPositions& positions) {
+  positions.copyTo(pairs_);
+  coordinates(pairs_.data(), positions.size());
 }
 
 // Digits need no escaping: they go past the stream writer, which takes texts character by character.

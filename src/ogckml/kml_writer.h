@@ -4,6 +4,7 @@
 #include <QIODevice>
 #include <QXmlStreamWriter>
 #include <string>
+#include <vector>
 
 #include "ogckml/kml_feature.h"
 
@@ -23,6 +24,7 @@ class KmlWriter {
   void placemark(const KdxOgc::OgKMLPlacemark& placemark);
   void geometry(const KdxOgc::OgKMLAbstractGeometry& geometry);
   void ring(const char* boundary, const KdxOgc::OgKMLPositions& positions);
+  void coordinates(const KdxOgc::OgKMLPositions& positions);
   void coordinates(const double* pairs, int count);
   void text(const char* element, std::string_view utf8);
   void start(const char* element) { xml_.writeStartElement(QLatin1String(element)); }
@@ -31,6 +33,7 @@ class KmlWriter {
   QIODevice& device_;
   QXmlStreamWriter xml_;
   std::string buffer_;
+  std::vector<double> pairs_;
   bool failed_ = false;
 };
 

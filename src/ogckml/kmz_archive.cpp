@@ -2,9 +2,13 @@
 
 #include <zip.h>
 
+#include <QFile>
+#include <QFileInfo>
 #include <QObject>
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
+#include <limits>
 #include <string_view>
 
 namespace kaldex {
@@ -17,9 +21,11 @@ constexpr std::uint64_t kMostUnpacked = 250;  // times the packed size
 constexpr zip_uint64_t kMostEntries = 1u << 20;
 constexpr char kDocumentName[] = "doc.kml";
 
-bool endsInKml(std::string_view name) {
+bool isKml(std::string_view name) {
   constexpr std::string_view ending = ".kml";
-  if (name.size() < ending.size()) return false;
+  // "._doc.kml" is what a system of its own kind keeps about "doc.kml".
+  const std::string_view file = name.substr(name.find_last_of('/') + 1);
+  if (file.size() < ending.size() || file.substr(0, 2) == "._") return false;
   name.remove_prefix(name.size() - ending.size());
   for (std::size_t i = 0; i < ending.size(); ++i) {
     const char c = name[i];
@@ -62,7 +68,9 @@ bool KmzReader::isArchive(const std::string& path) {
   char head[4] = {};
   const std::size_t size = std::fread(head, 1, sizeof head, file);
   std::fclose(file);
-  return size == sizeof head && std::memcmp(head, "PK\x03\x04", sizeof head) == 0;
+  // The second is how an archive begins that holds nothing.
+  return size == sizeof head && (std::memcmp(head, "PK\x03\x04", sizeof head) == 0 ||
+                                 std::memcmp(head, "PK\x05\x06", sizeof head) == 0);
 }
 
 bool KmzReader::fail(const QString& why) {
@@ -80,22 +88,30 @@ bool KmzReader::open(const std::string& path) {
   zip_stat_t status;
   zip_stat_init(&status);
   zip_stat_index(handles_->archive.get(), entry, 0, &status);
-  packed_ = (status.valid & ZIP_STAT_COMP_SIZE) != 0 ? status.comp_size : 0;
+  constexpr zip_uint64_t most = std::numeric_limits<long long>::max();
+  if ((status.valid & ZIP_STAT_SIZE) != 0) size_ = static_cast<long long>(std::min(status.size, most));
+  // An archive may say that it is larger than it is.
+  const auto whole = static_cast<zip_uint64_t>(QFileInfo(QFile::decodeName(path.c_str())).size());
+  packed_ = (status.valid & ZIP_STAT_COMP_SIZE) != 0 ? std::min(status.comp_size, whole) : 0;
   handles_->file.reset(zip_fopen_index(handles_->archive.get(), entry, 0));
   return handles_->file != nullptr || fail(QString::fromLocal8Bit(zip_strerror(handles_->archive.get())));
 }
 
-long long KmzReader::findDocument() const {
+long long KmzReader::findDocument() {
   const zip_int64_t count = zip_get_num_entries(handles_->archive.get(), 0);
-  long long anywhere = -1;
+  long long first = -1;
+  bool atTop = false;
+  documents_ = 0;
   for (zip_int64_t i = 0; i < count && static_cast<zip_uint64_t>(i) < kMostEntries; ++i) {
     const char* const name =
         zip_get_name(handles_->archive.get(), static_cast<zip_uint64_t>(i), ZIP_FL_ENC_GUESS);
-    if (name == nullptr || !endsInKml(name)) continue;
-    if (std::strchr(name, '/') == nullptr) return i;
-    if (anywhere < 0) anywhere = i;
+    if (name == nullptr || !isKml(name)) continue;
+    ++documents_;
+    const bool top = std::strchr(name, '/') == nullptr;
+    if (first < 0 || (top && !atTop)) first = i;
+    atTop = atTop || top;
   }
-  return anywhere;
+  return first;
 }
 
 long long KmzReader::read(char* to, std::size_t count) {

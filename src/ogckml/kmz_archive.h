@@ -22,16 +22,21 @@ class KmzReader {
   // any document does.
   long long read(char* to, std::size_t count);
   const QString& error() const { return error_; }
+  // What the archive says of the document's size, and how many other ones there are.
+  long long size() const { return size_; }
+  long long otherDocuments() const { return documents_ - 1; }
 
   static bool isArchive(const std::string& path);
 
  private:
   struct Handles;
 
-  long long findDocument() const;
+  long long findDocument();
   bool fail(const QString& why);
 
   std::unique_ptr<Handles> handles_;
+  long long documents_ = 0;
+  long long size_ = 0;
   std::uint64_t packed_ = 0;
   std::uint64_t unpacked_ = 0;
   QString error_;

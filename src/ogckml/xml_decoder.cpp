@@ -2,7 +2,9 @@
 
 #include <QFile>
 #include <QObject>
+#include <algorithm>
 
+#include "kaldex/model/report.h"
 #include "ogckml/kmz_archive.h"
 
 namespace kaldex {
@@ -14,6 +16,11 @@ class ByteSource {
   // As KmzReader::read.
   virtual long long read(char* to, std::size_t count) = 0;
   virtual QString error() const = 0;
+  // Bytes of the document, as far as that is known.
+  virtual long long size() const = 0;
+  virtual long long otherDocuments() const { return 0; }
+  // Whether what comes behind the document is as it should be.
+  virtual bool isWhole() { return true; }
 };
 
 namespace {
@@ -24,6 +31,7 @@ class PlainSource : public ByteSource {
   bool open() { return file_.open(QIODevice::ReadOnly | QIODevice::Unbuffered); }
   long long read(char* to, std::size_t count) override { return file_.read(to, static_cast<qint64>(count)); }
   QString error() const override { return file_.errorString(); }
+  long long size() const override { return file_.size(); }
 
  private:
   QFile file_;
@@ -34,13 +42,38 @@ class ArchiveSource : public ByteSource {
   bool open(const std::string& path) { return archive_.open(path); }
   long long read(char* to, std::size_t count) override { return archive_.read(to, count); }
   QString error() const override { return archive_.error(); }
+  long long size() const override { return archive_.size(); }
+  long long otherDocuments() const override { return archive_.otherDocuments(); }
+  // The check sum is compared at the end of the entry.
+  bool isWhole() override {
+    char rest[1024];
+    long long size = 0;
+    do size = archive_.read(rest, sizeof rest);
+    while (size > 0);
+    return size == 0;
+  }
 
  private:
   KmzReader archive_;
 };
 
 constexpr int kPiece = 64 * 1024;
-constexpr int kMostExpanded = 4096;  // characters that one entity may stand for
+constexpr int kMostExpanded = 1024;  // characters that one entity may stand for
+constexpr long long kMostExpandedInAll = 1 << 20;
+constexpr long long kMostExpandedByteWise = 8;
+constexpr long long kMostForToken = 64 << 20;  // of a text, a tag or a comment
+constexpr int kMostAttributes = 1000;
+// In a stretch without a tag, where a text may hold some, too.
+constexpr long long kMostAssignments = 20000;
+constexpr long long kMostReferences = 10000;
+
+// With what a document of two bytes a character begins that has no mark to tell their order, which the parser
+// needs.
+QByteArray missingMark(const QByteArray& head) {
+  if (head.startsWith(QByteArray("\0<\0?", 4))) return "\xFE\xFF";
+  if (head.startsWith(QByteArray("<\0?\0", 4))) return "\xFF\xFE";
+  return {};
+}
 
 // A document that says to be of two bytes a character while it is of one was converted by a program that left
 // the words alone. What it says is blanked out.
@@ -69,9 +102,11 @@ bool SXMLDecoderQt::open() {
   error_.clear();
   errorLine_ = errorColumn_ = 0;
   atStart_ = true;
-  xml_.clear();
-  xml_.setNamespaceProcessing(false);
-  xml_.setEntityExpansionLimit(kaldex::kMostExpanded);
+  fed_ = fedForToken_ = told_ = assignments_ = references_ = 0;
+  hasEntities_ = false;
+  xml_.emplace();
+  xml_->setNamespaceProcessing(false);
+  xml_->setEntityExpansionLimit(kaldex::kMostExpanded);
   if (kaldex::KmzReader::isArchive(path_)) {
     auto archive = std::make_unique<kaldex::ArchiveSource>();
     const bool good = archive->open(path_);
@@ -88,59 +123,147 @@ bool SXMLDecoderQt::open() {
   return true;
 }
 
+long long SXMLDecoderQt::pieces() const {
+  return source_ != nullptr ? source_->size() / kaldex::kPiece + 1 : 0;
+}
+
+long long SXMLDecoderQt::otherDocuments() const {
+  return source_ != nullptr ? source_->otherDocuments() : 0;
+}
+
+// False at the end of the file, and with an error.
 bool SXMLDecoderQt::feed() {
-  QByteArray piece(kaldex::kPiece, Qt::Uninitialized);
-  const long long size = source_->read(piece.data(), kaldex::kPiece);
+  if (SGError->cancelled()) {
+    refuse(QObject::tr("Cancelado."));
+    return false;
+  }
+  const long long room = kaldex::kMostForToken - fedForToken_;
+  if (room <= 0) {
+    refuse(QObject::tr("Texto, elemento ou comentário longo demais"));
+    return false;
+  }
+  // The parser begins anew with a comment that has no end yet: pieces that grow make that a fixed number of
+  // times its length.
+  const auto wanted = static_cast<int>(std::min(room, std::max<long long>(kaldex::kPiece, fedForToken_)));
+  QByteArray piece(wanted, Qt::Uninitialized);
+  const long long size = source_->read(piece.data(), static_cast<std::size_t>(wanted));
   if (size <= 0) {
     if (size < 0) error_ = source_->error();
     return false;
   }
   piece.truncate(static_cast<int>(size));
-  if (atStart_) kaldex::mendDeclaration(piece);
+  SGError->ProgressStep();
+  take(std::move(piece));
+  return error_.isEmpty();
+}
+
+void SXMLDecoderQt::take(QByteArray piece) {
+  fed_ += piece.size();
+  fedForToken_ += piece.size();
+  if (atStart_) {
+    kaldex::mendDeclaration(piece);
+    piece.prepend(kaldex::missingMark(piece));
+  }
   atStart_ = false;
-  xml_.addData(piece);
-  return true;
+  if (isTooMuch({piece.constData(), static_cast<std::size_t>(piece.size())})) return;
+  xml_->addData(piece);
+}
+
+bool SXMLDecoderQt::isTooMuch(std::string_view piece) {
+  // What both begins and ends in so little is looked at when it is there.
+  for (; !piece.empty(); piece.remove_prefix(std::min<std::size_t>(kaldex::kPiece, piece.size()))) {
+    std::string_view part = piece.substr(0, kaldex::kPiece);
+    const std::size_t tag = part.rfind('<');
+    if (tag != std::string_view::npos) {
+      assignments_ = references_ = 0;
+      part.remove_prefix(tag);
+    }
+    assignments_ += std::count(part.begin(), part.end(), '=');
+    references_ += hasEntities_ ? std::count(part.begin(), part.end(), '&') : 0;
+    if (assignments_ > kaldex::kMostAssignments) refuse(QObject::tr("Elemento com atributos demais"));
+    if (references_ > kaldex::kMostReferences) refuse(QObject::tr("Entidades demais"));
+  }
+  return !error_.isEmpty();
 }
 
 SXMLDecoderQt::Token SXMLDecoderQt::next() {
   if (source_ == nullptr || !error_.isEmpty()) return Token::error;
-  for (;;) {
-    switch (xml_.readNext()) {
+  fedForToken_ = 0;
+  while (error_.isEmpty()) {
+    switch (xml_->readNext()) {
+      case QXmlStreamReader::DTD:
+        lookAtEntities();
+        break;
       case QXmlStreamReader::StartElement:
-        return Token::start;
+        return started();
       case QXmlStreamReader::EndElement:
         return Token::end;
       case QXmlStreamReader::Characters:
-        return Token::text;
+        return told();
+      case QXmlStreamReader::EntityReference:
+        refuse(QObject::tr("A entidade %1 não está no documento").arg(xml_->name().toString()));
+        break;
       case QXmlStreamReader::EndDocument:
-        return Token::documentEnd;
+        return ended();
       case QXmlStreamReader::Invalid:
-        if (xml_.error() == QXmlStreamReader::PrematureEndOfDocumentError && feed()) break;
+        if (xml_->error() == QXmlStreamReader::PrematureEndOfDocumentError && feed()) break;
         return failed();
       default:
         break;
     }
   }
+  return Token::error;
+}
+
+// The parser would leave out in silence what an entity takes from another file.
+void SXMLDecoderQt::lookAtEntities() {
+  for (const QXmlStreamEntityDeclaration& entity : xml_->entityDeclarations()) {
+    hasEntities_ = true;
+    if (entity.systemId().isEmpty() || !entity.notationName().isEmpty()) continue;
+    refuse(QObject::tr("A entidade %1 não está no documento").arg(entity.name().toString()));
+  }
+}
+
+// All are compared with each other, so that a tag of a hundred thousand would take minutes.
+SXMLDecoderQt::Token SXMLDecoderQt::started() {
+  if (xml_->attributes().size() <= kaldex::kMostAttributes) return Token::start;
+  refuse(QObject::tr("Elemento com atributos demais"));
+  return Token::error;
+}
+
+// A character takes a byte at least, unless an entity stands for it.
+SXMLDecoderQt::Token SXMLDecoderQt::told() {
+  told_ += xml_->text().size();
+  if (told_ <= fed_ * kaldex::kMostExpandedByteWise + kaldex::kMostExpandedInAll) return Token::text;
+  refuse(QObject::tr("Entidades demais"));
+  return Token::error;
+}
+
+SXMLDecoderQt::Token SXMLDecoderQt::ended() {
+  if (source_->isWhole()) return Token::documentEnd;
+  error_ = source_->error();
+  return Token::error;
 }
 
 SXMLDecoderQt::Token SXMLDecoderQt::failed() {
-  if (error_.isEmpty()) refuse(xml_.errorString());
+  if (error_.isEmpty()) refuse(xml_->errorString());
   return Token::error;
 }
 
 void SXMLDecoderQt::refuse(const QString& why) {
   error_ = why.isEmpty() ? QObject::tr("XML inválido") : why;
-  errorLine_ = xml_.lineNumber();
-  errorColumn_ = xml_.columnNumber() + 1;
+  if (!xml_.has_value()) return;
+  errorLine_ = xml_->lineNumber();
+  errorColumn_ = xml_->columnNumber() + 1;
 }
 
 QStringRef SXMLDecoderQt::name() const {
-  const QStringRef qualified = xml_.qualifiedName();
+  const QStringRef qualified = xml_->qualifiedName();
   return qualified.mid(qualified.lastIndexOf(QLatin1Char(':')) + 1);
 }
 
 QString SXMLDecoderQt::attribute(const char* name) const {
-  return xml_.attributes().value(QLatin1String(name)).toString();
+  return xml_->attributes().value(QLatin1String(name)).toString();
 }
 
 }  // namespace KdxOgc

@@ -4,7 +4,9 @@
 #include <QString>
 #include <QXmlStreamReader>
 #include <memory>
+#include <optional>
 #include <string>
+#include <string_view>
 
 namespace kaldex {
 class ByteSource;
@@ -13,8 +15,10 @@ class ByteSource;
 inline namespace kaldex_v1 {
 namespace KdxOgc {
 
-/// Reads the XML of a file, or of the document in a KMZ file, piece by piece. What entities expand to is
-/// bounded, and no other file or address is ever looked at. Prefixes of names need no declaration.
+/// Reads the XML of a file, or of the document in a KMZ file, piece by piece. Each piece is a step of
+/// SGError, whose wish to cancel ends the reading. What entities expand to is bounded, and so are the length
+/// of a text, a tag or a comment and the count of an element's attributes. No other file or address is ever
+/// looked at; a document that asks for that is refused. Prefixes of names need no declaration.
 class SXMLDecoderQt {
  public:
   enum class Token { start, end, text, documentEnd, error };
@@ -26,12 +30,18 @@ class SXMLDecoderQt {
   void setPath(const std::string& path) { path_ = path; }
   /// Begin with the file; false, with an error, when it can't be read.
   bool open();
+  /// How many pieces the file that is open has, about.
+  long long pieces() const;
 
   Token next();
-  /// The name of the element that begins or ends, without its prefix.
+  /// The name of the element that begins or ends, without its prefix. This and the next two only after a
+  /// token.
   QStringRef name() const;
-  QStringRef text() const { return xml_.text(); }
+  QStringRef text() const { return xml_->text(); }
   QString attribute(const char* name) const;
+
+  /// Documents in the archive besides the one that is read.
+  long long otherDocuments() const;
 
   /// End with an error, which stands where the reading is.
   void refuse(const QString& why);
@@ -43,12 +53,25 @@ class SXMLDecoderQt {
 
  private:
   bool feed();
+  void take(QByteArray piece);
+  // Whether the parser would be busy for long with an element, or with a text.
+  bool isTooMuch(std::string_view piece);
+  void lookAtEntities();
+  Token started();
+  Token told();
+  Token ended();
   Token failed();
 
   std::string path_;
   std::unique_ptr<kaldex::ByteSource> source_;
-  QXmlStreamReader xml_;
+  std::optional<QXmlStreamReader> xml_;  ///< one for each file: it would know the entities of the one before
   bool atStart_ = true;
+  long long fed_ = 0;          ///< bytes
+  long long fedForToken_ = 0;  ///< of these since the last token
+  long long told_ = 0;         ///< characters of texts
+  long long assignments_ = 0;  ///< since the last tag began
+  long long references_ = 0;   ///< as well
+  bool hasEntities_ = false;
   QString error_;
   long long errorLine_ = 0;
   long long errorColumn_ = 0;

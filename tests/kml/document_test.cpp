@@ -48,6 +48,39 @@ TEST(CoordinateText, TakesWhatIsMeant) {
   }
 }
 
+TEST(Positions, ComeBackAsTheyWere) {
+  const struct {
+    std::vector<double> pairs;
+    bool areGeographic;
+  } cases[] = {
+      {{}, true},
+      {{-45.123456789, -23.5}, true},
+      {{-45.123456789, -23.5, -45.12345679, 0.1, -44, 0.3}, true},
+      {{-45.1, -23.5, 1.0 / 3.0, 2e-10}, true},
+      {{-1e-9, 1e-9, 2.147483646, -2.147483646}, true},
+      {{-1e-9, 1e-9, 2.147483647, 0}, true},
+      {{-360, -90, 360, 90, 0, 0}, true},
+      {{0, 0, 360.5, 0}, false},
+      {{0, -90.000001, 1, 1}, false},
+      {{500000.25, 7400000.5, 500000.25, 1e300}, false},
+  };
+  for (const auto& one : cases) {
+    OgKMLPositions positions;
+    positions.assign(one.pairs.data(), static_cast<int>(one.pairs.size() / 2));
+    std::vector<double> back{1, 2, 3};
+    positions.copyTo(back);
+    EXPECT_EQ(back, one.pairs);
+    EXPECT_EQ(positions.areGeographic(), one.areGeographic);
+    if (one.pairs.empty()) continue;
+    positions.close();
+    positions.close();
+    positions.copyTo(back);
+    EXPECT_EQ(back.size(), one.pairs.size() + (one.pairs.size() > 2 ? 2 : 0));
+    EXPECT_EQ(back[0], back[back.size() - 2]);
+    EXPECT_EQ(back[1], back.back());
+  }
+}
+
 class KmlDocument : public ::testing::Test {
  protected:
   std::string write(const QByteArray& content, const char* name = "in.kml") {
@@ -78,6 +111,13 @@ class KmlDocument : public ::testing::Test {
   std::unique_ptr<OgKMLDocument> document;
 };
 
+// As two bytes a character, the low one first.
+QByteArray wide(const QByteArray& text) {
+  QByteArray made;
+  for (const char c : text) made.append(c).append('\0');
+  return made;
+}
+
 constexpr char kPoint[] = "<Placemark><Point><coordinates>1,2</coordinates></Point></Placemark>";
 
 TEST_F(KmlDocument, EveryVersionAndPrefix) {
@@ -91,6 +131,8 @@ TEST_F(KmlDocument, EveryVersionAndPrefix) {
       "<x:Point><x:coordinates>1,2</x:coordinates></x:Point></x:Placemark></x:kml>",
       QByteArray("<?xml version='1.0' encoding='UTF-16'?><kml>") + kPoint + "</kml>",
       QByteArray(kPoint),
+      wide(QByteArray("<?xml version='1.0' encoding='UTF-16'?><kml>") + kPoint + "</kml>"),
+      "<kml><Placemark><Point><coordinates>1,<b>9</b>2</coordinates></Point></Placemark></kml>",
   };
   for (const QByteArray& content : cases) {
     ASSERT_TRUE(decode(content)) << content.toStdString() << decoder.error().toStdString();
@@ -145,11 +187,22 @@ TEST_F(KmlDocument, WhatIsBoundedAndWhatIsNoDocument) {
     const QByteArray before(1, static_cast<char>(name - 1));
     entities += QByteArray("<!ENTITY ") + name + " '" + QByteArray("&" + before + ";").repeated(10) + "'>";
   }
+  QByteArray attributes;
+  for (int i = 0; i < 30000; ++i) attributes += " a" + QByteArray::number(i) + "=''";
+  const QByteArray repeated =
+      "<!DOCTYPE kml [<!ENTITY a '" + QByteArray(1000, 'a') + "'>]><kml><Placemark><name>";
+  EXPECT_TRUE(decode(repeated + "&a;</name></Placemark></kml>")) << decoder.error().toStdString();
   const struct {
     QByteArray content;
     int line;
   } cases[] = {
       {nested(100000), 1},
+      {repeated + QByteArray("&a;").repeated(30000) + "</name></Placemark></kml>", 1},
+      {repeated + QByteArray("&a;").repeated(5000) + "</name></Placemark></kml>", 1},
+      {"<!DOCTYPE kml SYSTEM 'a.dtd'>\n<kml><Placemark><name>&a;</name></Placemark></kml>", 2},
+      {"<!DOCTYPE kml [<!ENTITY a SYSTEM 'in.kml'>]>\n<kml><Placemark><name>&a;</name></Placemark></kml>", 1},
+      {"<kml" + attributes.left(20000) + "></kml>", 1},
+      {"<kml" + attributes + "></kml>", 1},
       {entities + "]><kml><Placemark><name>&j;</name></Placemark></kml>", 1},
       {"<kml>\n<Placemark><name>a & b</name></Placemark></kml>", 2},
       {"<kml>\n\n<Placemark></kml>", 3},
@@ -178,7 +231,9 @@ TEST_F(KmlDocument, LongTextsInPieces) {
   const auto* const line = dynamic_cast<OgKMLLineString*>(placemark(0).getAbstractGeometry());
   ASSERT_NE(line, nullptr);
   ASSERT_EQ(line->positions.size(), 30000);
-  EXPECT_EQ(line->positions.data()[2 * 29999], 29999 * 0.005);
+  std::vector<double> pairs;
+  line->positions.copyTo(pairs);
+  EXPECT_EQ(pairs[2 * 29999], 29999 * 0.005);
   EXPECT_EQ(document->losses.badTuples, 0);
 }
 
@@ -221,13 +276,15 @@ TEST_F(KmlDocument, WhatIsWrittenIsReadAgain) {
 // Entries of an archive, name and content.
 using Entries = std::vector<std::pair<const char*, QByteArray>>;
 
-void zip(const std::string& path, const Entries& entries) {
+void zip(const std::string& path, const Entries& entries, zip_int32_t method = ZIP_CM_DEFAULT) {
   zip_t* const archive = zip_open(path.c_str(), ZIP_CREATE | ZIP_TRUNCATE, nullptr);
   ASSERT_NE(archive, nullptr);
   for (const auto& [name, content] : entries) {
     zip_source_t* const source =
         zip_source_buffer(archive, content.constData(), static_cast<zip_uint64_t>(content.size()), 0);
-    ASSERT_GE(zip_file_add(archive, name, source, 0), 0);
+    const zip_int64_t entry = zip_file_add(archive, name, source, 0);
+    ASSERT_GE(entry, 0);
+    ASSERT_EQ(zip_set_file_compression(archive, static_cast<zip_uint64_t>(entry), method, 0), 0);
   }
   ASSERT_EQ(zip_close(archive), 0);
 }
@@ -239,10 +296,14 @@ TEST_F(KmlDocument, ArchivesAndTheDocumentInThem) {
   const struct {
     Entries entries;
     int placemarks;  ///< -1: no document
+    int others;
   } cases[] = {
-      {{{"doc.kml", good}}, 1},      {{{"files/a.png", "x"}, {"layers/b.kml", bad}, {"Mapa.KML", good}}, 1},
-      {{{"layers/b.kml", good}}, 1}, {{{"a.txt", "x"}}, -1},
-      {{{"doc.kml", bomb}}, -1},
+      {{{"doc.kml", good}}, 1, 0},
+      {{{"files/a.png", "x"}, {"layers/b.kml", bad}, {"Mapa.KML", good}, {"outro.kml", bad}}, 1, 2},
+      {{{"layers/b.kml", good}}, 1, 0},
+      {{{"sys/._doc.kml", "x"}, {"map/doc.kml", good}}, 1, 0},
+      {{{"a.txt", "x"}}, -1, 0},
+      {{{"doc.kml", bomb}}, -1, 0},
   };
   for (const auto& one : cases) {
     const std::string path = folder.filePath("in.kmz").toStdString();
@@ -252,9 +313,22 @@ TEST_F(KmlDocument, ArchivesAndTheDocumentInThem) {
     EXPECT_EQ(read.decode(decoder), one.placemarks >= 0) << decoder.error().toStdString();
     EXPECT_EQ(static_cast<int>(read.features().size()), std::max(one.placemarks, 0));
     EXPECT_EQ(decoder.error().isEmpty(), one.placemarks >= 0);
+    EXPECT_EQ(read.losses.features["*.kml"], one.others) << "told as left out";
   }
   decoder.setPath(write("PK\x03\x04 and no archive", "broken.kmz"));
   EXPECT_FALSE(OgKMLDocument().decode(decoder));
+
+  const std::string path = folder.filePath("stored.kmz").toStdString();
+  zip(path, {{"doc.kml", good}}, ZIP_CM_STORE);
+  QFile stored(QString::fromStdString(path));
+  ASSERT_TRUE(stored.open(QIODevice::ReadWrite));
+  QByteArray bytes = stored.readAll();
+  ASSERT_EQ(bytes.count(">1,2<"), 1);
+  stored.seek(0);
+  stored.write(bytes.replace(">1,2<", ">7,2<"));
+  stored.close();
+  decoder.setPath(path);
+  EXPECT_FALSE(OgKMLDocument().decode(decoder)) << "damaged, and good XML";
 }
 
 }  // namespace

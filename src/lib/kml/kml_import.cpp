@@ -121,7 +121,7 @@ class IEKml::Fill {
   void takePoint(const OgKMLPoint& geometry);
   void takePolygon(const OgKMLPolygon& geometry);
   void insert(std::unique_ptr<Line> line);
-  bool isGeographic(const OgKMLPositions& positions);
+  bool accept(bool isGeographic);
 
   OgKMLDocument& document_;
   Vector& vector_;
@@ -180,8 +180,8 @@ void IEKml::Fill::take(const OgKMLAbstractGeometry& geometry) {
   }
 }
 
-bool IEKml::Fill::isGeographic(const OgKMLPositions& positions) {
-  if (positions.areGeographic()) return true;
+bool IEKml::Fill::accept(bool isGeographic) {
+  if (isGeographic) return true;
   ++notGeographic_;
   ++refused_;
   return false;
@@ -192,7 +192,7 @@ void IEKml::Fill::takeLine(const OgKMLLineString& geometry) {
     ++fewPoints_;
     return;
   }
-  if (!isGeographic(geometry.positions)) return;
+  if (!accept(geometry.positions.areGeographic())) return;
   auto line = std::make_unique<Line>();
   if (geometry.getTeLine2D(*line, projection_)) {
     insert(std::move(line));
@@ -206,10 +206,7 @@ void IEKml::Fill::takePoint(const OgKMLPoint& geometry) {
     ++fewPoints_;
     return;
   }
-  OgKMLPositions position;
-  const double pair[] = {geometry.place().x, geometry.place().y};
-  position.assign(pair, 1);
-  if (!isGeographic(position)) return;
+  if (!accept(geometry.isGeographic())) return;
   Point2d point;
   const bool inserted = geometry.getTePoint(point, projection_) && vector_.Insert(point) != 0;
   ++(inserted ? points_ : refused_);
@@ -221,9 +218,9 @@ void IEKml::Fill::takePolygon(const OgKMLPolygon& geometry) {
     ++fewPoints_;
     return;
   }
-  if (!isGeographic(geometry.outer)) return;
+  if (!accept(geometry.outer.areGeographic())) return;
   for (const OgKMLPositions& ring : geometry.inner) {
-    if (!isGeographic(ring)) return;
+    if (!accept(ring.areGeographic())) return;
   }
   const std::unique_ptr<OgKMLDetachedPolygon> polygon = geometry.getSPolygon(projection_);
   if (polygon == nullptr) {

@@ -2,6 +2,7 @@
 #include <QObject>
 #include <cstring>
 #include <unordered_set>
+#include <vector>
 
 #include "base/companion_file.h"
 #include "base/tracer.h"
@@ -42,8 +43,9 @@ namespace {
 
 void extend(Box& box, const OgKMLPositions& positions) {
   if (!positions.areGeographic()) return;
-  const double* const pairs = positions.data();
-  for (int i = 0; i < positions.size(); ++i) box.extend(pairs[2 * i], pairs[2 * i + 1]);
+  thread_local std::vector<double> pairs;
+  positions.copyTo(pairs);
+  for (std::size_t i = 0; i < pairs.size(); i += 2) box.extend(pairs[i], pairs[i + 1]);
 }
 
 // Programs put the name onto the document in the file, or onto the only folder.
@@ -64,10 +66,7 @@ void KmlOutline::survey() {
   const auto take = [this](const OgKMLAbstractGeometry& geometry) {
     if (const auto* const point = dynamic_cast<const OgKMLPoint*>(&geometry)) {
       ++points_;
-      OgKMLPositions position;
-      const double pair[] = {point->place().x, point->place().y};
-      position.assign(pair, 1);
-      extend(extent_, position);
+      if (point->isGeographic()) extent_.extend(point->place().x, point->place().y);
     } else if (const auto* const polygon = dynamic_cast<const OgKMLPolygon*>(&geometry)) {
       ++polygons_;
       extend(extent_, polygon->outer);
