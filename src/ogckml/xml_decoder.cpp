@@ -224,19 +224,28 @@ void SXMLDecoderQt::lookAtEntities() {
   }
 }
 
-// All are compared with each other, so that a tag of a hundred thousand would take minutes.
 SXMLDecoderQt::Token SXMLDecoderQt::started() {
-  if (xml_->attributes().size() <= kaldex::kMostAttributes) return Token::start;
-  refuse(QObject::tr("Elemento com atributos demais"));
-  return Token::error;
+  const QXmlStreamAttributes attributes = xml_->attributes();
+  // All are compared with each other, so that a tag of a hundred thousand would take minutes.
+  if (attributes.size() > kaldex::kMostAttributes) refuse(QObject::tr("Elemento com atributos demais"));
+  long long characters = 0;
+  if (hasEntities_) {
+    for (const QXmlStreamAttribute& attribute : attributes) characters += attribute.value().size();
+  }
+  return accounted(characters) ? Token::start : Token::error;
+}
+
+SXMLDecoderQt::Token SXMLDecoderQt::told() {
+  return accounted(xml_->text().size()) ? Token::text : Token::error;
 }
 
 // A character takes a byte at least, unless an entity stands for it.
-SXMLDecoderQt::Token SXMLDecoderQt::told() {
-  told_ += xml_->text().size();
-  if (told_ <= fed_ * kaldex::kMostExpandedByteWise + kaldex::kMostExpandedInAll) return Token::text;
-  refuse(QObject::tr("Entidades demais"));
-  return Token::error;
+bool SXMLDecoderQt::accounted(long long characters) {
+  told_ += characters;
+  if (told_ > fed_ * kaldex::kMostExpandedByteWise + kaldex::kMostExpandedInAll) {
+    refuse(QObject::tr("Entidades demais"));
+  }
+  return error_.isEmpty();
 }
 
 SXMLDecoderQt::Token SXMLDecoderQt::ended() {

@@ -59,6 +59,7 @@ class SXMLDecoderQt {
   void lookAtEntities();
   Token started();
   Token told();
+  bool accounted(long long characters);
   Token ended();
   Token failed();
 
@@ -68,7 +69,7 @@ class SXMLDecoderQt {
   bool atStart_ = true;
   long long fed_ = 0;          ///< bytes
   long long fedForToken_ = 0;  ///< of these since the last token
-  long long told_ = 0;         ///< characters of texts
+  long long told_ = 0;         ///< characters of texts and attributes
   long long assignments_ = 0;  ///< since the last tag began
   long long references_ = 0;   ///< as well
   bool hasEntities_ = false;

@@ -126,6 +126,23 @@ TEST_F(KmlFixture, ThereAndBackThroughTheDatum) {
   EXPECT_EQ(messages.take(), "");
 }
 
+TEST_F(KmlFixture, WhatHasNoProjectionGoesOutAsDegreesOrNot) {
+  Project* const of = dataBase->createProject("Sem", GeneralProjection());
+  Vector* const vector = layer(THEMATICMODEL, "S", {0, 0, 1e7, 1e8}, of)->vector(vectorLines, true);
+  insertLine(*vector, {10, 20, 11, 20.5});
+  insertLine(*vector, {500000, 7400000, 500100, 7400000});
+  for (const Point& place : {Point(10, 20), Point(500000, 7400000)}) {
+    Point2d point(place.x, place.y);
+    vector->Insert(point);
+  }
+  const auto out = handler(vector->infoLayer(), "out", wgs84.get());
+  ASSERT_EQ(out->ExportAll(vector, 0), 1);
+  EXPECT_EQ(report.written.value("lines"), 1);
+  EXPECT_EQ(report.written.value("points"), 1);
+  EXPECT_EQ(report.leftOut.value("refused"), 2);
+  EXPECT_TRUE(report.notes.join('\n').contains("como graus")) << report.notes.join('\n').toStdString();
+}
+
 TEST_F(KmlFixture, DatumsAreShiftedOnce) {
   InfoLayer* const from = layer(THEMATICMODEL, "De");  // SAD69
   const auto out = handler(from, "out", wgs84.get());

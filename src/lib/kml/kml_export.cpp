@@ -15,11 +15,11 @@ using namespace KdxOgc;
 /// Adds the lines or points of a vector to the handler's document.
 class IEKml::Export {
  public:
-  Export(IEKml& handler, Vector& vector)
+  Export(IEKml& handler, Vector& vector, long long features)
       : handler_(handler),
         vector_(vector),
         describer_(handler.dataBase, vector),
-        progress_(kaldex::progressSteps(vector.lineCount() + vector.point2dCount())) {
+        progress_(kaldex::progressSteps(features)) {
     if (vector.infoLayer() != nullptr) {
       handler.document_->setName(vector.infoLayer()->name.toUtf8().toStdString());
     }
@@ -53,6 +53,10 @@ IEKml::Export::~Export() {
   if (linesWritten_ > 0) job->countWritten("lines", linesWritten_);
   if (pointsRead_ > 0) job->countRead("points", pointsRead_);
   if (pointsWritten_ > 0) job->countWritten("points", pointsWritten_);
+  const SProjection* const own = vector_.projection();
+  if (linesWritten_ + pointsWritten_ > 0 && (own == nullptr || own->type() == ProjectionType::none)) {
+    job->note(QObject::tr("O plano não tem projeção: suas coordenadas foram escritas como graus."));
+  }
   if (fewPoints_ > 0) job->countLeftOut("few_points", fewPoints_);
   if (refused_ > 0) {
     job->countLeftOut("refused", refused_);
@@ -102,12 +106,13 @@ int IEKml::Export::points() {
     progress_.step();
     ++pointsRead_;
     const std::unique_ptr<Point> degrees(handler_.ToWGS84(static_cast<Point*>(point)));
-    if (degrees->isUnset()) {
+    auto geometry = std::make_unique<OgKMLPoint>(*degrees);
+    if (geometry->isGeographic()) {
+      add(std::move(geometry), *point);
+      ++pointsWritten_;
+    } else {
       ++refused_;
-      continue;
     }
-    add(std::make_unique<OgKMLPoint>(*degrees), *point);
-    ++pointsWritten_;
   }
   return done();
 }
@@ -118,7 +123,7 @@ int IEKml::ExportLines(Vector* vec, short) {
   const Tracer tracer(__FILE__, __LINE__, "IEKml::ExportLines");
   return guarded([&] {
     InitEncoder(vec);
-    return vec != nullptr ? Export(*this, *vec).lines() : 0;
+    return vec != nullptr ? Export(*this, *vec, vec->lineCount()).lines() : 0;
   });
 }
 
@@ -126,7 +131,7 @@ int IEKml::ExportPoints(Vector* vec, Category*, short) {
   const Tracer tracer(__FILE__, __LINE__, "IEKml::ExportPoints");
   return guarded([&] {
     InitEncoder(vec);
-    return vec != nullptr ? Export(*this, *vec).points() : 0;
+    return vec != nullptr ? Export(*this, *vec, vec->point2dCount()).points() : 0;
   });
 }
 
