@@ -48,11 +48,22 @@ QString missing(const ImportContext& context) {
   return Say::tr("Não foi possível importar %1.").arg(context.options.file);
 }
 
+// Coordinates of another projection are not looked for in a document.
+bool contradicts(const QString& crsFrom) {
+  QString trouble;
+  const std::unique_ptr<SProjection> said = crsFrom.isEmpty() ? nullptr : projectionOf(crsFrom, trouble);
+  return said != nullptr && !(*said == *wgs84());
+}
+
 SourceFacts inspectKml(const QString& path, const QString&, const Options& options) {
   const auto outline = std::make_shared<KmlOutline>(path);
   SourceFacts facts;
   if (!outline->isValid()) {
     facts.complaint = Say::tr("%1 não pode ser lido como KML: %2").arg(options.file, outline->error());
+    return facts;
+  }
+  if (contradicts(options.crsFrom)) {
+    facts.complaint = Say::tr("Documentos KML têm longitudes e latitudes em WGS84; --crs-from não vale.");
     return facts;
   }
   facts.projection = wgs84();
