@@ -235,15 +235,12 @@ std::unique_ptr<OgKMLAbstractGeometry> KmlReader::newGeometry(Element element, c
 void KmlReader::append(const QStringRef& text) {
   switch (elements_.back()) {
     case Element::coordinates: {
-      // Nothing but ASCII means anything here, and this is the bulk of a document.
+      // Nothing but ASCII and the blank that doesn't break means anything here, and this is the bulk of a
+      // document.
       const std::size_t before = text_.size();
-      const auto size = static_cast<std::size_t>(text.size());
-      text_.resize(before + size);
-      const QChar* const from = text.constData();
-      for (std::size_t i = 0; i < size; ++i) {
-        const ushort unit = from[i].unicode();
-        text_[before + i] = unit < 0x80 ? static_cast<char>(unit) : unit == 0xA0 ? ' ' : '?';
-      }
+      const QByteArray latin = text.toLatin1();
+      text_.append(latin.constData(), static_cast<std::size_t>(latin.size()));
+      for (std::size_t i = before; (i = text_.find('\xA0', i)) != std::string::npos;) text_[i] = ' ';
       break;
     }
     case Element::name:

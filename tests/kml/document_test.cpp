@@ -132,7 +132,8 @@ TEST_F(KmlDocument, EveryVersionAndPrefix) {
       QByteArray("<?xml version='1.0' encoding='UTF-16'?><kml>") + kPoint + "</kml>",
       QByteArray(kPoint),
       wide(QByteArray("<?xml version='1.0' encoding='UTF-16'?><kml>") + kPoint + "</kml>"),
-      "<kml><Placemark><Point><coordinates>1,<b>9</b>2</coordinates></Point></Placemark></kml>",
+      "<kml><Placemark><Point><coordinates>\xC2\xA0 "
+      "1,<b>9</b>2\xC2\xA0</coordinates></Point></Placemark></kml>",
   };
   for (const QByteArray& content : cases) {
     ASSERT_TRUE(decode(content)) << content.toStdString() << decoder.error().toStdString();
