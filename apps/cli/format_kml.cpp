@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "cli/database_access.h"
+#include "cli/interrupt.h"
 #include "cli/registry.h"
 #include "cli/texts.h"
 #include "kaldex/job_report.h"
@@ -58,7 +59,8 @@ bool contradicts(const QString& crsFrom) {
 SourceFacts inspectKml(const QString& path, const QString&, const Options& options) {
   const auto outline = std::make_shared<KmlOutline>(path);
   SourceFacts facts;
-  if (!outline->isValid()) {
+  // What was interrupted is no bad file: the import will not go far either, and says what happened.
+  if (!outline->isValid() && !interrupted()) {
     facts.complaint = Say::tr("%1 não pode ser lido como KML: %2").arg(options.file, outline->error());
     return facts;
   }

@@ -6,6 +6,7 @@
 #include "base/companion_file.h"
 #include "base/tracer.h"
 #include "kaldex/job_report.h"
+#include "kaldex/model/report.h"
 #include "kaldex/model/vector.h"
 #include "ogckml/kml_feature.h"
 #include "ogckml/xml_decoder.h"
@@ -57,7 +58,8 @@ int IEKml::InitDecoder(Vector* vec) {
     if (document_->decode(decoder)) return 1;
     dropDocument();
     document_ = std::make_unique<OgKMLDocument>();
-    if (JobReport* const report = JobReport::current()) {
+    JobReport* const report = JobReport::current();
+    if (report != nullptr && !SGError->cancelled()) {
       report->note(decoder.error());
       report->place = {filePath_, decoder.errorLine(), decoder.errorColumn()};
     }
