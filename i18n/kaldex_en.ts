@@ -958,6 +958,30 @@
         <source>O arquivo não é um desenho DXF de texto (%1): </source>
         <translation>The file is not a text DXF drawing (%1): </translation>
     </message>
+    <message>
+        <source>O plano não tem projeção: suas coordenadas foram escritas como graus.</source>
+        <translation>The layer has no projection: its coordinates were written as degrees.</translation>
+    </message>
+    <message>
+        <source>Cancelado.</source>
+        <translation type="unfinished">Cancelled.</translation>
+    </message>
+    <message>
+        <source>Texto, elemento ou comentário longo demais</source>
+        <translation>Text, element or comment too long</translation>
+    </message>
+    <message>
+        <source>Elemento com atributos demais</source>
+        <translation>Element with too many attributes</translation>
+    </message>
+    <message>
+        <source>Entidades demais</source>
+        <translation>Too many entities</translation>
+    </message>
+    <message>
+        <source>A entidade %1 não está no documento</source>
+        <translation>The entity %1 is not in the document</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
@@ -2119,6 +2143,10 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
     <message>
         <source>falta o fim do desenho</source>
         <translation>the drawing&apos;s end is missing</translation>
+    </message>
+    <message>
+        <source>Documentos KML têm longitudes e latitudes em WGS84; --crs-from não vale.</source>
+        <translation>KML documents hold longitudes and latitudes on WGS84; --crs-from does not apply.</translation>
     </message>
 </context>
 </TS>

@@ -958,6 +958,30 @@
         <source>O arquivo não é um desenho DXF de texto (%1): </source>
         <translation>El archivo no es un dibujo DXF de texto (%1): </translation>
     </message>
+    <message>
+        <source>O plano não tem projeção: suas coordenadas foram escritas como graus.</source>
+        <translation>El plano no tiene proyección: sus coordenadas se escribieron como grados.</translation>
+    </message>
+    <message>
+        <source>Cancelado.</source>
+        <translation type="unfinished">Cancelado.</translation>
+    </message>
+    <message>
+        <source>Texto, elemento ou comentário longo demais</source>
+        <translation>Texto, elemento o comentario demasiado largo</translation>
+    </message>
+    <message>
+        <source>Elemento com atributos demais</source>
+        <translation>Elemento con demasiados atributos</translation>
+    </message>
+    <message>
+        <source>Entidades demais</source>
+        <translation>Demasiadas entidades</translation>
+    </message>
+    <message>
+        <source>A entidade %1 não está no documento</source>
+        <translation>La entidad %1 no está en el documento</translation>
+    </message>
 </context>
 <context>
     <name>SProjection</name>
@@ -2119,6 +2143,10 @@ Código de salida: 0 hecho, 1 falló, 2 uso incorrecto, 3 rechazado por una preg
     <message>
         <source>falta o fim do desenho</source>
         <translation>falta el final del dibujo</translation>
+    </message>
+    <message>
+        <source>Documentos KML têm longitudes e latitudes em WGS84; --crs-from não vale.</source>
+        <translation>Los documentos KML tienen longitudes y latitudes en WGS84; --crs-from no se aplica.</translation>
     </message>
 </context>
 </TS>
