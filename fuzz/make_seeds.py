@@ -645,6 +645,7 @@ def kml():
         "long_tuples": "<Placemark><LineString><coordinates>\x01 \x40\x011\xff,2 1,2</coordinates></LineString></Placemark>",
     }
     seeds = {name: f"<kml xmlns='http://www.opengis.net/kml/2.2'>{text}</kml>".encode() for name, text in texts.items()}
+    link = lambda to: f"<kml><NetworkLink><Link><href>{to}</href></Link></NetworkLink></kml>".encode()  # noqa: E731
     seeds.update({
         "prefixed": seeds["line"].replace(b"</", b"</k:").replace(b"<", b"<k:").replace(b"<k:/k:", b"</k:").replace(b"xmlns=", b"xmlns:k="),
         "entity_bomb": (bomb + "<kml><Placemark><name>&j;</name></Placemark></kml>").encode(),
@@ -655,6 +656,7 @@ def kml():
         "cut": seeds["several"][:-60], "no_root": point.encode(), "other_root": b"<gpx/>", "mark": b"\xef\xbb\xbf" + seeds["point"],
         "ampersand": b"<kml><Placemark><name>a & b</name></Placemark></kml>", "bytes_invalid": b"<kml><Placemark><name>\xff\xfe</name></Placemark></kml>",
         "kmz": zipped("doc.kml", seeds["several"]), "kmz_cut": zipped("doc.kml", seeds["several"])[:-30], "kmz_without": zipped("a.txt", b"x"),
+        "kmz_linked": zipped("doc.kml", link("a/b.kml"), "a/b.kml", link("c.kml"), "a/c.kml", seeds["several"]),
         "kmz_damaged": zipped("doc.kml", seeds["several"]).replace(b"doc.kml", b"doc.kmz", 1),
     })
     choice = {"line": lines, "point": 2, "polygon": 3}
@@ -662,10 +664,12 @@ def kml():
             for name, data in seeds.items()}
 
 
-def zipped(name, content):
+def zipped(*entries):
+    """Names and contents by turns."""
     archive = io.BytesIO()
     with zipfile.ZipFile(archive, "w", zipfile.ZIP_DEFLATED) as file:
-        file.writestr(zipfile.ZipInfo(name, (2024, 1, 1, 0, 0, 0)), content, zipfile.ZIP_DEFLATED)
+        for name, content in zip(entries[::2], entries[1::2]):
+            file.writestr(zipfile.ZipInfo(name, (2024, 1, 1, 0, 0, 0)), content, zipfile.ZIP_DEFLATED)
     # A byte 1 begins a run.
     return archive.getvalue().replace(b"\x01", b"\x01\x01\x00")
 

@@ -47,9 +47,27 @@ class Reading {
 bool KmlReader::run() {
   if (!decoder_.open()) return false;
   const Reading progress(decoder_.pieces());
-  if (decoder_.otherDocuments() > 0) document_.losses.features["*.kml"] += decoder_.otherDocuments();
   elements_.push_back(Element::root);
   containers_.push_back(&document_);
+  do {
+    if (!readDocument()) return false;
+  } while (openLinked());
+  document_.losses.altitudes += tally_.altitudes;
+  document_.losses.badTuples += tally_.bad;
+  if (decoder_.otherDocuments() > 0) document_.losses.features["*.kml"] += decoder_.otherDocuments();
+  return decoder_.error().isEmpty();
+}
+
+bool KmlReader::openLinked() {
+  while (!linked_.empty()) {
+    const bool opened = decoder_.openLinked(linked_.front());
+    linked_.pop_front();
+    if (opened || !decoder_.error().isEmpty()) return opened;
+  }
+  return false;
+}
+
+bool KmlReader::readDocument() {
   for (;;) {
     switch (decoder_.next()) {
       case SXMLDecoderQt::Token::start:
@@ -62,8 +80,6 @@ bool KmlReader::run() {
         append(decoder_.text());
         break;
       case SXMLDecoderQt::Token::documentEnd:
-        document_.losses.altitudes += tally_.altitudes;
-        document_.losses.badTuples += tally_.bad;
         return true;
       case SXMLDecoderQt::Token::error:
         return false;
@@ -117,6 +133,11 @@ KmlReader::Element KmlReader::elementAt(Element parent, const QStringRef& name) 
       return is(name, "LinearRing") ? Element::linearRing : Element::other;
     case Element::multiGeometry:
       return geometryElement(name);
+    case Element::networkLink:
+      // The second is what the first versions called it.
+      return is(name, "Link") || is(name, "Url") ? Element::link : Element::other;
+    case Element::link:
+      return is(name, "href") ? Element::href : Element::other;
     default:
       return Element::other;
   }
@@ -132,8 +153,9 @@ KmlReader::Element KmlReader::inContainer(const QStringRef& name) {
   if (is(name, "Placemark")) return Element::placemark;
   if (is(name, "Document") || is(name, "Folder")) return Element::container;
   if (is(name, "name")) return Element::name;
+  if (is(name, "NetworkLink")) return Element::networkLink;
   for (const char* feature :
-       {"NetworkLink", "GroundOverlay", "ScreenOverlay", "PhotoOverlay", "Tour", "NetworkLinkControl"}) {
+       {"GroundOverlay", "ScreenOverlay", "PhotoOverlay", "Tour", "NetworkLinkControl"}) {
     if (is(name, feature)) ++document_.losses.features[feature];
   }
   return Element::other;
@@ -203,9 +225,13 @@ void KmlReader::open(Element element, const QStringRef& name) {
     case Element::otherGeometry:
       geometries_.push_back(newGeometry(element, name));
       break;
+    case Element::networkLink:
+      followed_ = false;
+      break;
     case Element::name:
     case Element::value:
     case Element::coordinates:
+    case Element::href:
       text_.clear();
       break;
     default:
@@ -246,6 +272,7 @@ void KmlReader::append(const QStringRef& text) {
     case Element::name:
     case Element::value:
     case Element::datum:
+    case Element::href:
       text_ += bytes(text);
       break;
     default:
@@ -268,6 +295,12 @@ void KmlReader::end() {
     case Element::name:
       endContainerName();
       break;
+    case Element::href:
+      endHref();
+      break;
+    case Element::networkLink:
+      if (!followed_) ++document_.losses.features["NetworkLink"];
+      break;
     case Element::value:
     case Element::datum:
       data_.emplace_back(key_, trimmed(text_));
@@ -288,6 +321,14 @@ void KmlReader::end() {
     default:
       break;
   }
+}
+
+// Only what lies in the same archive is followed.
+void KmlReader::endHref() {
+  std::string document = decoder_.linkedDocument(QString::fromStdString(trimmed(text_)));
+  if (document.empty()) return;
+  followed_ = true;
+  linked_.push_back(std::move(document));
 }
 
 void KmlReader::endContainerName() {

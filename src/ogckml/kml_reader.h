@@ -2,6 +2,7 @@
 #define KALDEX_OGCKML_KML_READER_H
 
 #include <QStringRef>
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
@@ -44,9 +45,15 @@ class KmlReader {
     multiGeometry,
     coordinates,
     otherGeometry,
+    networkLink,
+    link,
+    href,
     other
   };
 
+  bool readDocument();
+  // Opens the next document that a link of those before has led to.
+  bool openLinked();
   bool begin(const QStringRef& name);
   void end();
   void append(const QStringRef& text);
@@ -60,6 +67,7 @@ class KmlReader {
   static std::unique_ptr<KdxOgc::OgKMLAbstractGeometry> newGeometry(Element element, const QStringRef& name);
 
   void endContainerName();
+  void endHref();
   void endPlacemark();
   void endCoordinates();
   void endGeometry();
@@ -77,6 +85,8 @@ class KmlReader {
   std::string text_;
   std::vector<double> pairs_;
   CoordinateTally tally_;
+  std::deque<std::string> linked_;  // documents of the same archive that are still to be read
+  bool followed_ = false;           // whether the link that is open leads to one
 };
 
 }  // namespace kaldex

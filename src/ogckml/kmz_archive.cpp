@@ -2,9 +2,11 @@
 
 #include <zip.h>
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QObject>
+#include <QUrl>
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
@@ -85,17 +87,40 @@ bool KmzReader::open(const std::string& path) {
   if (handles_->archive == nullptr) return fail(textOf(code));
   const long long document = findDocument();
   if (document < 0) return fail(QObject::tr("O arquivo ZIP não contém um documento KML"));
-  const auto entry = static_cast<zip_uint64_t>(document);
+  path_ = path;
+  return openEntry(static_cast<std::uint64_t>(document));
+}
+
+bool KmzReader::openEntry(std::uint64_t entry) {
   zip_stat_t status;
   zip_stat_init(&status);
   zip_stat_index(handles_->archive.get(), entry, 0, &status);
   constexpr zip_uint64_t most = std::numeric_limits<long long>::max();
-  if ((status.valid & ZIP_STAT_SIZE) != 0) size_ = static_cast<long long>(std::min(status.size, most));
+  if (opened_.empty() && (status.valid & ZIP_STAT_SIZE) != 0)
+    size_ = static_cast<long long>(std::min(status.size, most));
   // An archive may say that it is larger than it is.
-  const auto whole = static_cast<zip_uint64_t>(QFileInfo(QFile::decodeName(path.c_str())).size());
+  const auto whole = static_cast<zip_uint64_t>(QFileInfo(QFile::decodeName(path_.c_str())).size());
   packed_ = (status.valid & ZIP_STAT_COMP_SIZE) != 0 ? std::min(status.comp_size, whole) : 0;
+  unpacked_ = 0;
+  name_ = (status.valid & ZIP_STAT_NAME) != 0 ? status.name : "";
+  opened_.insert(entry);
   handles_->file.reset(zip_fopen_index(handles_->archive.get(), entry, 0));
   return handles_->file != nullptr || fail(QString::fromLocal8Bit(zip_strerror(handles_->archive.get())));
+}
+
+std::string KmzReader::linkedEntry(const QString& link) const {
+  const std::size_t folder = name_.rfind('/');
+  const QString base = QString::fromStdString(folder != std::string::npos ? name_.substr(0, folder + 1) : "");
+  const std::string entry = QDir::cleanPath(base + QUrl::fromPercentEncoding(link.toUtf8())).toStdString();
+  const bool found =
+      isKml(entry) && zip_name_locate(handles_->archive.get(), entry.c_str(), ZIP_FL_ENC_GUESS) >= 0;
+  return found ? entry : std::string();
+}
+
+bool KmzReader::openEntry(const std::string& name) {
+  const zip_int64_t entry = zip_name_locate(handles_->archive.get(), name.c_str(), ZIP_FL_ENC_GUESS);
+  return entry >= 0 && opened_.count(static_cast<std::uint64_t>(entry)) == 0 &&
+         openEntry(static_cast<std::uint64_t>(entry));
 }
 
 long long KmzReader::findDocument() {

@@ -5,12 +5,13 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <set>
 #include <string>
 
 namespace kaldex {
 
 // Reads the document of a KMZ file, a ZIP archive: the first entry at its top whose name ends in ".kml", else
-// the first such entry anywhere. It is unpacked as it is read.
+// the first such entry anywhere; then those that are linked to. They are unpacked as they are read.
 class KmzReader {
  public:
   KmzReader();
@@ -22,9 +23,13 @@ class KmzReader {
   // any document does.
   long long read(char* to, std::size_t count);
   const QString& error() const { return error_; }
-  // What the archive says of the document's size, and how many other ones there are.
+  // The entry that a link of the document leads to; empty when it leads elsewhere.
+  std::string linkedEntry(const QString& link) const;
+  // Go on with that entry; false when it was read already, and with an error when it can't be.
+  bool openEntry(const std::string& name);
+  // What the archive says of the first document's size, and how many have not been opened.
   long long size() const { return size_; }
-  long long otherDocuments() const { return documents_ - 1; }
+  long long otherDocuments() const { return documents_ - static_cast<long long>(opened_.size()); }
 
   static bool isArchive(const std::string& path);
 
@@ -32,9 +37,13 @@ class KmzReader {
   struct Handles;
 
   long long findDocument();
+  bool openEntry(std::uint64_t entry);
   bool fail(const QString& why);
 
   std::unique_ptr<Handles> handles_;
+  std::string path_;
+  std::string name_;  // of the entry
+  std::set<std::uint64_t> opened_;
   long long documents_ = 0;
   long long size_ = 0;
   std::uint64_t packed_ = 0;

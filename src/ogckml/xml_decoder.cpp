@@ -19,6 +19,8 @@ class ByteSource {
   // Bytes of the document, as far as that is known.
   virtual long long size() const = 0;
   virtual long long otherDocuments() const { return 0; }
+  virtual std::string linkedEntry(const QString&) const { return {}; }
+  virtual bool openEntry(const std::string&) { return false; }
   // Whether what comes behind the document is as it should be.
   virtual bool isWhole() { return true; }
 };
@@ -44,6 +46,8 @@ class ArchiveSource : public ByteSource {
   QString error() const override { return archive_.error(); }
   long long size() const override { return archive_.size(); }
   long long otherDocuments() const override { return archive_.otherDocuments(); }
+  std::string linkedEntry(const QString& link) const override { return archive_.linkedEntry(link); }
+  bool openEntry(const std::string& name) override { return archive_.openEntry(name); }
   // The check sum is compared at the end of the entry.
   bool isWhole() override {
     char rest[1024];
@@ -97,8 +101,7 @@ namespace KdxOgc {
 SXMLDecoderQt::SXMLDecoderQt() = default;
 SXMLDecoderQt::~SXMLDecoderQt() = default;
 
-bool SXMLDecoderQt::open() {
-  source_.reset();
+void SXMLDecoderQt::begin() {
   error_.clear();
   errorLine_ = errorColumn_ = 0;
   atStart_ = true;
@@ -107,6 +110,11 @@ bool SXMLDecoderQt::open() {
   xml_.emplace();
   xml_->setNamespaceProcessing(false);
   xml_->setEntityExpansionLimit(kaldex::kMostExpanded);
+}
+
+bool SXMLDecoderQt::open() {
+  source_.reset();
+  begin();
   if (kaldex::KmzReader::isArchive(path_)) {
     auto archive = std::make_unique<kaldex::ArchiveSource>();
     const bool good = archive->open(path_);
@@ -125,6 +133,17 @@ bool SXMLDecoderQt::open() {
 
 long long SXMLDecoderQt::pieces() const {
   return source_ != nullptr ? source_->size() / kaldex::kPiece + 1 : 0;
+}
+
+std::string SXMLDecoderQt::linkedDocument(const QString& link) const {
+  return source_ != nullptr ? source_->linkedEntry(link) : std::string();
+}
+
+bool SXMLDecoderQt::openLinked(const std::string& document) {
+  begin();
+  const bool good = source_ != nullptr && source_->openEntry(document);
+  if (!good && source_ != nullptr) error_ = source_->error();
+  return good;
 }
 
 long long SXMLDecoderQt::otherDocuments() const {

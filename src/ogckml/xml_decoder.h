@@ -40,7 +40,11 @@ class SXMLDecoderQt {
   QStringRef text() const { return xml_->text(); }
   QString attribute(const char* name) const;
 
-  /// Documents in the archive besides the one that is read.
+  /// The document of the same archive that a link leads to; empty when it leads elsewhere.
+  std::string linkedDocument(const QString& link) const;
+  /// Go on with that document. False when it was read already, and with an error when it can't be.
+  bool openLinked(const std::string& document);
+  /// Documents in the archive that have not been opened.
   long long otherDocuments() const;
 
   /// End with an error, which stands where the reading is.
@@ -52,6 +56,7 @@ class SXMLDecoderQt {
   long long errorColumn() const { return errorColumn_; }
 
  private:
+  void begin();
   bool feed();
   void take(QByteArray piece);
   // Whether the parser would be busy for long with an element, or with a text.

@@ -293,6 +293,11 @@ void zip(const std::string& path, const Entries& entries, zip_int32_t method = Z
 TEST_F(KmlDocument, ArchivesAndTheDocumentInThem) {
   const QByteArray good = QByteArray("<kml>") + kPoint + "</kml>";
   const QByteArray bad = "<kml></kml>";
+  const auto link = [](const QByteArray& to) {
+    return "<NetworkLink><Link><href> " + to + " </href></Link></NetworkLink>";
+  };
+  const QByteArray links =
+      "<kml>" + link("layers/b%20b.kml") + link("doc.kml") + link("http://a/b.kml") + "</kml>";
   const QByteArray bomb = "<kml>" + QByteArray(200 << 20, ' ') + "</kml>";
   const struct {
     Entries entries;
@@ -302,6 +307,12 @@ TEST_F(KmlDocument, ArchivesAndTheDocumentInThem) {
       {{{"doc.kml", good}}, 1, 0},
       {{{"files/a.png", "x"}, {"layers/b.kml", bad}, {"Mapa.KML", good}, {"outro.kml", bad}}, 1, 2},
       {{{"layers/b.kml", good}}, 1, 0},
+      {{{"doc.kml", links},
+        {"layers/b b.kml", "<kml>" + link("../layers/c.kml") + link("../../doc.kml") + "</kml>"},
+        {"layers/c.kml", good},
+        {"d.kml", bad}},
+       1,
+       1},
       {{{"sys/._doc.kml", "x"}, {"map/doc.kml", good}}, 1, 0},
       {{{"a.txt", "x"}}, -1, 0},
       {{{"doc.kml", bomb}}, -1, 0},
@@ -315,6 +326,8 @@ TEST_F(KmlDocument, ArchivesAndTheDocumentInThem) {
     EXPECT_EQ(static_cast<int>(read.features().size()), std::max(one.placemarks, 0));
     EXPECT_EQ(decoder.error().isEmpty(), one.placemarks >= 0);
     EXPECT_EQ(read.losses.features["*.kml"], one.others) << "told as left out";
+    const bool linked = one.entries.size() == 4 && one.others == 1;
+    EXPECT_EQ(read.losses.features["NetworkLink"], linked ? 2 : 0) << "those that lead out of the archive";
   }
   decoder.setPath(write("PK\x03\x04 and no archive", "broken.kmz"));
   EXPECT_FALSE(OgKMLDocument().decode(decoder));

@@ -1,6 +1,7 @@
 #ifndef KALDEX_DXF_LAYER_SELECTION_H
 #define KALDEX_DXF_LAYER_SELECTION_H
 
+#include <QSet>
 #include <QString>
 #include <QStringList>
 #include <optional>
@@ -23,7 +24,8 @@ QString realLayer(const QString& shown);
 // The layers that an import takes: those named, or all when none is.
 class LayerSelection {
  public:
-  LayerSelection(const QStringList& names, DrawingText& text) : names_(names), text_(text) {}
+  LayerSelection(const QStringList& names, DrawingText& text)
+      : names_(names.begin(), names.end()), text_(text) {}
 
   // By the name as it stands in the file.
   bool takes(std::string_view raw) { return find(raw).taken; }
@@ -38,7 +40,7 @@ class LayerSelection {
 
   const Known& find(std::string_view raw);
 
-  QStringList names_;
+  QSet<QString> names_;
   DrawingText& text_;
   std::unordered_map<std::string, Known> known_;
   const Known* last_ = nullptr;  // entities of a layer follow each other
