@@ -236,7 +236,7 @@ def table_jobs():
     return [
         Job("table-in", "CSV of 8 columns into a non-spatial table", 0.80, source("rows.csv"),
             lambda c, folder: c.table(folder / "out.gpkg", "csv", "nonspatial", "rows.csv", "rows"),
-            check_ours=rows("CG"), memory=None, **peer),  # its rows stay in memory to the end
+            check_ours=rows("CG"), memory=LARGER_MEMORY_LIMIT, **peer),
         Job("objects-in", "ASCII table that creates objects with attributes / CSV", 2.00,
             lambda c, side: [c.data / ("rows.txt" if side == "ours" else "rows.csv")],
             lambda c, folder: c.table(folder / "out.gpkg", "ascii", "table", "rows.txt", "imoveis"),
@@ -310,8 +310,9 @@ def foreign_jobs():
 def drawing_jobs():
     """Of five entities two are lines, two polylines and one is a point. The peer's writer has no place for fields."""
     def entities(c, folder):
-        checks.geopackage(folder / "out.gpkg", ("LINE",), c.count // 2 * 4 // 5)
-        checks.geopackage(folder / "out.gpkg", ("POINT",), c.count // 2 // 5)
+        points = sum(1 for i in range(c.count // 2) if i // 10 % 5 == 4)  # ten of each kind by turns
+        checks.geopackage(folder / "out.gpkg", ("LINE",), c.count // 2 - points)
+        checks.geopackage(folder / "out.gpkg", ("POINT",), points)
 
     return [
         Job("dxf-in", "DXF lines, polylines and points of ten layers into a layer", 0.40, source("drawing.dxf"),

@@ -964,7 +964,7 @@
     </message>
     <message>
         <source>Cancelado.</source>
-        <translation type="unfinished">Cancelled.</translation>
+        <translation>Cancelled.</translation>
     </message>
     <message>
         <source>Texto, elemento ou comentário longo demais</source>
@@ -2130,11 +2130,11 @@ Exit code: 0 done, 1 failed, 2 wrong use, 3 refused by a question, 130 cancelled
     </message>
     <message>
         <source>lido, mas de outro tipo que o pedido na saída</source>
-        <translation>read, but of another kind than the output was asked for</translation>
+        <translation>read, but of another kind than was asked for in the output</translation>
     </message>
     <message>
-        <source>%1 só pode receber um arquivo, e a saída são %2.</source>
-        <translation>%1 can take one file only, and the output is %2.</translation>
+        <source>%1 só pode receber um arquivo, e a saída são %2 arquivos.</source>
+        <translation>%1 can take one file only, and the output is %2 files.</translation>
     </message>
     <message>
         <source>atenção</source>

@@ -964,7 +964,7 @@
     </message>
     <message>
         <source>Cancelado.</source>
-        <translation type="unfinished">Cancelado.</translation>
+        <translation>Cancelado.</translation>
     </message>
     <message>
         <source>Texto, elemento ou comentário longo demais</source>
@@ -2130,11 +2130,11 @@ Código de salida: 0 hecho, 1 falló, 2 uso incorrecto, 3 rechazado por una preg
     </message>
     <message>
         <source>lido, mas de outro tipo que o pedido na saída</source>
-        <translation>leído, pero de otro tipo que el pedido en la salida</translation>
+        <translation>leído, pero de un tipo distinto del pedido para la salida</translation>
     </message>
     <message>
-        <source>%1 só pode receber um arquivo, e a saída são %2.</source>
-        <translation>%1 solo puede recibir un archivo, y la salida son %2.</translation>
+        <source>%1 só pode receber um arquivo, e a saída são %2 arquivos.</source>
+        <translation>%1 solo puede recibir un archivo, y la salida son %2 archivos.</translation>
     </message>
     <message>
         <source>atenção</source>

@@ -158,8 +158,9 @@ void countOtherKinds(JobReport& whole, const JobReport& target) {
       {"texts", {"texts", "labels"}}};
   for (const auto& [kind, names] : kCarriers) {
     const long long kept = whole.written.value(QLatin1String(kind));
-    const bool carried = std::any_of(names.begin(), names.end(),
-                                     [&](const QString& name) { return target.written.value(name) > 0; });
+    const bool carried = std::any_of(names.begin(), names.end(), [&](const QString& name) {
+      return target.read.value(name) + target.written.value(name) > 0;
+    });
     if (kept > 0 && !carried) whole.countLeftOut(QStringLiteral("other_kind"), kept);
   }
 }
@@ -176,7 +177,7 @@ Result Conversion::exportFrom(DataBase& dataBase) {
     const JobReportScope scope(part);
     result = exportLayer(job_, exportOptions(kind, layer), dataBase);
   }
-  countOtherKinds(whole, part);
+  if (result == Result::done) countOtherKinds(whole, part);
   whole.written = part.written;
   for (auto count = part.leftOut.begin(); count != part.leftOut.end(); ++count)
     whole.countLeftOut(count.key(), count.value());
@@ -187,7 +188,11 @@ Result Conversion::exportFrom(DataBase& dataBase) {
 }
 
 QString Conversion::exportKind(InfoLayer& layer) {
-  if (to_->exportKind(options_.kind) != nullptr) return options_.kind;
+  if (const ExportKind* const asked = to_->exportKind(options_.kind)) {
+    if (asked->present(layer)) return options_.kind;
+    job_.fail(Say::tr("%1 não guarda nada que %2 possa receber.").arg(options_.file, options_.output));
+    return QString();
+  }
   if (!options_.kind.isEmpty() && from_->importKind(options_.kind) == nullptr) {
     job_.fail(Say::tr("%1 não oferece %2.").arg(QString::fromLatin1(to_->name), options_.kind));
     return QString();

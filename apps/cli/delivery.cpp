@@ -193,7 +193,8 @@ void Delivery::putBack() {
 bool Delivery::copyToDevice(QString& trouble) const {
   const QStringList made = QDir(work_->path()).entryList(QDir::Files | QDir::Hidden, QDir::Name);
   if (made.size() > 1) {
-    trouble = Say::tr("%1 só pode receber um arquivo, e a saída são %2.").arg(given_).arg(made.size());
+    trouble =
+        Say::tr("%1 só pode receber um arquivo, e a saída são %2 arquivos.").arg(given_).arg(made.size());
     return false;
   }
   QFile from(workPath());

@@ -5,7 +5,6 @@
 #include <memory>
 
 #include "base/companion_file.h"
-#include "base/latin1.h"
 #include "cli/csv_source.h"
 #include "cli/job.h"
 #include "cli/registry.h"
@@ -155,8 +154,8 @@ int importStatistics(const TableContext& context) {
   return updateBy(context, question, &SExtFormats::Import_SPACESTAT_TAB);
 }
 
-/// Columns for the objects that a category has, in their order: their labels are written as the section that
-/// the library extends, which then is imported. What else the objects have stays as it is.
+/// Columns for the objects that a category has, in their order: its table is written as the section that the
+/// library extends, which then is imported again.
 class ColumnAppend {
  public:
   explicit ColumnAppend(const TableContext& context) : context_(context) {}
@@ -166,13 +165,11 @@ class ColumnAppend {
  private:
   bool fitsObjects(const CsvSurvey& survey);
   bool areNew(const SFieldList& columns);
-  bool exportLabels();
+  bool exportTable();
   bool writeValues(const CsvSource& source);
-  bool declareOnly(const SFieldList& columns);
 
   const TableContext& context_;
   QTemporaryDir folder_;
-  const QString labels_ = QStringLiteral("labels_TAB.kdx");
   const QString table_ = QStringLiteral("objects_TAB.kdx");
 };
 
@@ -181,29 +178,12 @@ int ColumnAppend::run() {
   if (!source.prepare() || !fitsObjects(source.survey())) return 0;
   Columns columns(context_, source);
   if (!columns.propose(*handlerFor(context_, source)) || !areNew(columns.list())) return 0;
-  if (!exportLabels() || !writeValues(source)) return 0;
-  const auto handler = tableHandler(context_, folder_.path(), labels_, QStringLiteral(";"));
+  if (!exportTable() || !writeValues(source)) return 0;
+  const auto handler = tableHandler(context_, folder_.path(), table_, QStringLiteral(";"));
+  context_.job.conversation().nameFile(folder_.filePath(table_), table_);
   const QString values = folder_.filePath(QStringLiteral("values.csv"));
   if (handler->Import_CSV_TABUPDATE(&context_.category, columns.list(), values) == 0) return 0;
-  if (!declareOnly(columns.list())) return 0;
-  context_.job.conversation().nameFile(folder_.filePath(table_), table_);
-  return tableHandler(context_, folder_.path(), table_, QStringLiteral(";"))
-      ->ImportAttributes(&context_.category);
-}
-
-// The library declares all columns of the table, of which the rows hold the new ones only.
-bool ColumnAppend::declareOnly(const SFieldList& columns) {
-  const QByteArray first = toLatin1(columns.at(0)->name) + ' ';
-  QFile from(folder_.filePath(labels_)), to(folder_.filePath(table_));
-  if (!from.open(QIODevice::ReadOnly) || !to.open(QIODevice::WriteOnly)) return false;
-  bool known = false, header = true;
-  for (QByteArray line = from.readLine(); !line.isEmpty(); line = from.readLine()) {
-    header = header && !line.startsWith("INFO_END");
-    known = known && header && !line.startsWith(first);
-    if (!known && to.write(line) != line.size()) return false;
-    known = known || (header && line.startsWith("T_KEY "));
-  }
-  return to.flush();
+  return handler->ImportAttributes(&context_.category);
 }
 
 bool ColumnAppend::fitsObjects(const CsvSurvey& survey) {
@@ -233,16 +213,16 @@ bool ColumnAppend::areNew(const SFieldList& columns) {
   return true;
 }
 
-bool ColumnAppend::exportLabels() {
+bool ColumnAppend::exportTable() {
   if (!folder_.isValid()) return false;
   JobReport apart;
   int exported = 0;
   {
     const JobReportScope scope(apart);
-    exported =
-        tableHandler(context_, folder_.path(), labels_, QStringLiteral(";"))->ExportKeys(&context_.category);
+    const auto handler = tableHandler(context_, folder_.path(), table_, QStringLiteral(";"));
+    exported = handler->ExportTable(&context_.category);
   }
-  // Values would go to other objects, or to none.
+  // What doesn't come back as it is would be changed beside the new columns.
   if (!apart.notes.isEmpty()) context_.job.fail(apart.notes.first());
   return exported != 0 && apart.notes.isEmpty();
 }

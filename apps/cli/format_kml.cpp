@@ -79,15 +79,17 @@ SourceFacts inspectKml(const QString& path, const QString&, const Options& optio
   return facts;
 }
 
-/// One document, under the name that was asked for.
-// The handler itself shows no message: why it could not write is its last note.
-int tellNote() {
+// The handler itself shows no message: why it could not write is a note behind those that were there before.
+int write(IEKml& handler) {
   JobReport* const report = JobReport::current();
-  if (report != nullptr && !report->notes.isEmpty())
+  const int before = report != nullptr ? report->notes.size() : 0;
+  if (handler.WriteToFile() != 0) return 1;
+  if (report != nullptr && report->notes.size() > before)
     SMessageBox::Show(0, nullptr, QStringLiteral("KALDEX"), report->notes.takeLast());
   return 0;
 }
 
+/// One document, under the name that was asked for.
 class DocumentExport {
  public:
   explicit DocumentExport(const ExportContext& context) : context_(context), projection_(wgs84()) {}
@@ -108,7 +110,7 @@ int DocumentExport::run(Vector& vector, int (*fill)(IEKml& handler, Vector& vect
   handler->Init(context_.folder, 0, name, &context_.project, &context_.layer, &context_.dataBase,
                 projection_.get(), 0, nullptr, nullptr, nullptr);
   handler->setZipped(zipped);
-  if (fill(*handler, vector) == 0 || handler->WriteToFile() == 0) return tellNote();
+  if (fill(*handler, vector) == 0 || write(*handler) == 0) return 0;
   if (JobReport* const report = JobReport::current())
     report->projection = {projectionName(*projection_), QStringLiteral("format")};
   // The handler puts the ending in small letters behind the name.

@@ -47,8 +47,6 @@ class KALDEX_API IEAsc : public SExtFormats {
   /// Append a "TABLE" section: label, name and attributes of each object. The table of a category of another
   /// model is written too, but no import reads it.
   int ExportTable(Category* category) override;
-  /// The same with no column but the label, for those who add columns of their own.
-  int ExportKeys(Category* category);
   /// Outlines of polygons, then the lines that bound none.
   int ExportPolygons(Vector* vec, short onlyUsedClasses) override;
   /// Points and contours, and behind them, as a section of its own, the break lines: in the same file, or,

@@ -29,7 +29,7 @@ inline namespace kaldex_v1 {
 ///   column_ignored    a column that the table doesn't have
 ///   no_object         a row for an object that the category doesn't have
 ///   no_geometry       an object without geometry in the layer
-///   no_label_point    a polygon without a place for a label
+///   no_label_point    a feature without a place for a label
 ///   not_associated    a label that found nothing in the layer
 ///   unsupported       a kind of record that the operation doesn't take
 ///   other_kind        taken from the source of a conversion, but the kind that was asked for doesn't hold it

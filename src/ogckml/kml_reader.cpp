@@ -49,9 +49,14 @@ bool KmlReader::run() {
   const Reading progress(decoder_.pieces());
   elements_.push_back(Element::root);
   containers_.push_back(&document_);
-  do {
-    if (!readDocument()) return false;
-  } while (openLinked());
+  bool good = readDocument();
+  while (good && openLinked()) {
+    const std::string document = linked_.front();
+    linked_.pop_front();
+    good = readDocument();
+    if (!good) decoder_.nameError(document);
+  }
+  if (!good) return false;
   document_.losses.altitudes += tally_.altitudes;
   document_.losses.badTuples += tally_.bad;
   if (decoder_.otherDocuments() > 0) document_.losses.features["*.kml"] += decoder_.otherDocuments();
@@ -60,9 +65,9 @@ bool KmlReader::run() {
 
 bool KmlReader::openLinked() {
   while (!linked_.empty()) {
-    const bool opened = decoder_.openLinked(linked_.front());
+    if (decoder_.openLinked(linked_.front())) return true;
+    if (!decoder_.error().isEmpty()) return false;
     linked_.pop_front();
-    if (opened || !decoder_.error().isEmpty()) return opened;
   }
   return false;
 }

@@ -52,7 +52,7 @@ class KmlReader {
   };
 
   bool readDocument();
-  // Opens the next document that a link of those before has led to.
+  // Opens the next document that a link of those before has led to: the first that is still to be read.
   bool openLinked();
   bool begin(const QStringRef& name);
   void end();

@@ -100,8 +100,8 @@ bool KmzReader::openEntry(std::uint64_t entry) {
     size_ = static_cast<long long>(std::min(status.size, most));
   // An archive may say that it is larger than it is.
   const auto whole = static_cast<zip_uint64_t>(QFileInfo(QFile::decodeName(path_.c_str())).size());
-  packed_ = (status.valid & ZIP_STAT_COMP_SIZE) != 0 ? std::min(status.comp_size, whole) : 0;
-  unpacked_ = 0;
+  const zip_uint64_t packed = (status.valid & ZIP_STAT_COMP_SIZE) != 0 ? status.comp_size : 0;
+  packed_ = std::min(packed_ + std::min(packed, whole), whole);
   name_ = (status.valid & ZIP_STAT_NAME) != 0 ? status.name : "";
   opened_.insert(entry);
   handles_->file.reset(zip_fopen_index(handles_->archive.get(), entry, 0));

@@ -19,8 +19,8 @@ class KmzReader {
 
   // `path` in the bytes of the file system. False when there is none; `error` says why.
   bool open(const std::string& path);
-  // The next bytes of the document, 0 at its end, -1 when the archive is damaged or unpacks to far more than
-  // any document does.
+  // The next bytes of the document, 0 at its end, -1 when the archive is damaged or unpacks, all that was
+  // opened of it taken together, to far more than any document does.
   long long read(char* to, std::size_t count);
   const QString& error() const { return error_; }
   // The entry that a link of the document leads to; empty when it leads elsewhere.
@@ -46,7 +46,7 @@ class KmzReader {
   std::set<std::uint64_t> opened_;
   long long documents_ = 0;
   long long size_ = 0;
-  std::uint64_t packed_ = 0;
+  std::uint64_t packed_ = 0;  // of all entries together
   std::uint64_t unpacked_ = 0;
   QString error_;
 };

@@ -285,6 +285,10 @@ void SXMLDecoderQt::refuse(const QString& why) {
   errorColumn_ = xml_->columnNumber() + 1;
 }
 
+void SXMLDecoderQt::nameError(const std::string& document) {
+  error_.prepend(QString::fromStdString(document) + QStringLiteral(": "));
+}
+
 QStringRef SXMLDecoderQt::name() const {
   const QStringRef qualified = xml_->qualifiedName();
   return qualified.mid(qualified.lastIndexOf(QLatin1Char(':')) + 1);

@@ -49,6 +49,8 @@ class SXMLDecoderQt {
 
   /// End with an error, which stands where the reading is.
   void refuse(const QString& why);
+  /// Put the name of the document in front of the error.
+  void nameError(const std::string& document);
   /// Empty as long as all is well.
   const QString& error() const { return error_; }
   /// Where the error is, from 1; 0 when it is in no line.

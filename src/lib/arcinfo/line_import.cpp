@@ -102,10 +102,10 @@ bool IEArcInfo::LineImport::insert() {
   }
   line->Type(type_);
   line->height = height_;
-  notFlat_ += flat_ ? 0 : 1;
   const bool placed = transfer_.apply(xy_.data(), xy_.size() / 2);
   // A line that the vector refuses is counted; the next one may be good.
-  lines_.take(std::move(line), xy_, placed);
+  const bool taken = lines_.take(std::move(line), xy_, placed);
+  notFlat_ += taken && !flat_ ? 1 : 0;
   return true;
 }
 

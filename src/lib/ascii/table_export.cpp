@@ -25,10 +25,6 @@ class IEAsc::TableExport {
   ~TableExport();
 
   int run();
-  /// Objects with no more than their labels.
-  int runKeys();
-  /// The operation as a whole, with one of the two.
-  static int perform(IEAsc& handler, Category* category, int (TableExport::*run)());
 
  private:
   static const char* typeWord(short type);
@@ -49,7 +45,6 @@ class IEAsc::TableExport {
   DataBase& base_;
   Category& category_;
   bool ofObjects_;
-  bool onlyKeys_ = false;
   SectionWriter writer_;
   kaldex::ProgressScope progress_;
   SFieldList columns_;
@@ -90,13 +85,6 @@ int IEAsc::TableExport::run() {
   return ofObjects_ ? writeObjects() : writeRecords();
 }
 
-int IEAsc::TableExport::runKeys() {
-  onlyKeys_ = true;
-  writeHead();
-  writer_.endHeader();
-  return writeObjects();
-}
-
 void IEAsc::TableExport::separate() {
   writer_.out().append(' ');
   writer_.out().append(handler_.separator);
@@ -113,8 +101,7 @@ void IEAsc::TableExport::writeHead() {
   writer_.text(category_.name);
   if (!ofObjects_) return;
   constexpr int labelSize = 32;
-  declare(QStringLiteral("T_KEY"), "TEXT", labelSize, 0);
-  if (!onlyKeys_) declare(QStringLiteral("T_NAME"), "TEXT", labelSize, 0);
+  for (const char* name : {"T_KEY", "T_NAME"}) declare(QString::fromLatin1(name), "TEXT", labelSize, 0);
 }
 
 void IEAsc::TableExport::declare(const QString& name, const char* type, int size, int decimals) {
@@ -153,7 +140,7 @@ int IEAsc::TableExport::writeObjects() {
   KaldexObject object;
   int walk = base_.firstObject(category_, object);
   for (; walk == objectFound && wantsMore(); walk = base_.nextObject(category_, object)) {
-    if (!onlyKeys_) base_.readObjectAttributes(columns_, cells_, category_.attributeTable, object.id);
+    base_.readObjectAttributes(columns_, cells_, category_.attributeTable, object.id);
     writeObject(object);
     ++rows_;
     progress_.step();
@@ -166,7 +153,6 @@ void IEAsc::TableExport::writeObject(const KaldexObject& object) {
   const QString label = object.label.trimmed();
   if (label.isEmpty() || label.startsWith(QLatin1String("//"))) ++unreadable_;
   asItStands(label);
-  if (onlyKeys_) return;
   separate();
   value(object.name.trimmed());
   for (int i = 1; i < columns_.Size(); ++i) {
@@ -211,25 +197,15 @@ void IEAsc::TableExport::asItStands(const QString& text) {
   writer_.text(joined);
 }
 
-int IEAsc::TableExport::perform(IEAsc& handler, Category* category, int (TableExport::*run)()) {
-  return handler.guarded([&] {
-    if (category == nullptr) return invalidArgument("category");
-    if (handler.dataBase == nullptr) return invalidArgument("dataBase");
-    if (!handler.openFile("a+")) return 0;
-    if (handler.separator[0] == 0) handler.SetSeparator(",");
-    TableExport work(handler, *category);
-    return (work.*run)();
-  });
-}
-
 int IEAsc::ExportTable(Category* category) {
   const Tracer tracer(__FILE__, __LINE__, "IEAsc::ExportTable");
-  return TableExport::perform(*this, category, &TableExport::run);
-}
-
-int IEAsc::ExportKeys(Category* category) {
-  const Tracer tracer(__FILE__, __LINE__, "IEAsc::ExportKeys");
-  return TableExport::perform(*this, category, &TableExport::runKeys);
+  return guarded([&] {
+    if (category == nullptr) return invalidArgument("category");
+    if (dataBase == nullptr) return invalidArgument("dataBase");
+    if (!openFile("a+")) return 0;
+    if (separator[0] == 0) SetSeparator(",");
+    return TableExport(*this, *category).run();
+  });
 }
 
 }  // namespace kaldex_v1

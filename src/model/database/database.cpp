@@ -87,7 +87,7 @@ DBTransactionBlock::~DBTransactionBlock() {
   if (dataBase_ == nullptr) return;
   try {
     dataBase_->endBlock(false);
-  } catch (const SException&) {
+  } catch (...) {
     // The block's work is undone by SQLite itself when the file is opened again.
   }
 }

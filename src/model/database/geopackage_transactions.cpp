@@ -8,7 +8,7 @@ namespace kaldex {
 void GeoPackageDataBase::commit() {
   try {
     connection_.commit();
-  } catch (const SException&) {
+  } catch (...) {
     // Some failures (a disk that is gone) end the transaction on SQLite's side: then what is known here is no
     // longer there. Otherwise it is the caller's to free space and try again, or to roll back.
     if (sqlite3_get_autocommit(connection_.handle()) != 0) rollback();
@@ -38,7 +38,7 @@ void GeoPackageDataBase::endBlock(bool keep) {
     connection_.endBlock(true);
     categories_.leave(depth - 1);
     if (depth == 1) commit();
-  } catch (const SException&) {
+  } catch (...) {
     // A block that can't be kept whole is not kept at all.
     rollbackDepth_ = connection_.blockDepth();
     if (rollbackDepth_ == depth) {

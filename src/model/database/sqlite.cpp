@@ -26,7 +26,10 @@ SException::Kind kindOf(int code) {
 }
 
 [[noreturn]] void throwError(sqlite3* handle) {
-  throw SException(QString::fromUtf8(sqlite3_errmsg(handle)), kindOf(sqlite3_errcode(handle)));
+  const int code = sqlite3_extended_errcode(handle);
+  const bool refused = code == SQLITE_CONSTRAINT_COMMITHOOK;
+  throw SException(QString::fromUtf8(refused ? sqlite3_errstr(SQLITE_FULL) : sqlite3_errmsg(handle)),
+                   kindOf(code));
 }
 
 /// Keeps the other thread from the handle between a failure and the reading of its message.
@@ -259,6 +262,8 @@ void SqliteConnection::commit() {
   // Listeners may still hold changes that open the transaction.
   notifyCommit();
   if (!inTransaction_) return;
+  // What still waits belongs into the transaction, or nowhere.
+  queue_.settle();
   committing_ = true;
   try {
     exec("COMMIT");

@@ -69,7 +69,7 @@ VectorStore::~VectorStore() {
   try {
     flush();
     if (ownConnection_ != nullptr) ownConnection_->commit();
-  } catch (const SException&) {
+  } catch (...) {
     // A destructor can't tell; operations that care have called flush before.
   }
   lineShells_.deleteAll();
