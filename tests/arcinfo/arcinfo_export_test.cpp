@@ -1,5 +1,3 @@
-#include <QDir>
-
 #include "arcinfo/arcinfo_fixture.h"
 
 namespace kaldex::test {
@@ -27,17 +25,14 @@ TEST_F(ArcInfoFixture, AngularFormsAndTheOneThatThereIsNot) {
   InfoLayer* const from = layer(THEMATICMODEL, "De");
   Vector* const vector = from->vector(vectorLines, true);
   insertLine(*vector, {500000, 10000000, 500000, 9999000});
-  const struct {
-    short form;
-    QByteArray first;
-  } cases[] = {{2, "1\n-45.00000000  0.00000000\n"},
-               {3, "1\n-162000.00000  0.00000\n"},
-               {1, "1\n-45.00000000  0.00000000\n"}};
-  for (const auto& one : cases) {
-    EXPECT_EQ(handler(from, one.form)->ExportLines(vector, 0), 1);
+  const std::pair<short, QByteArray> cases[] = {{2, "1\n-45.00000000  0.00000000\n"},
+                                                {3, "1\n-162000.00000  0.00000\n"},
+                                                {1, "1\n-45.00000000  0.00000000\n"}};
+  for (const auto& [form, first] : cases) {
+    EXPECT_EQ(handler(from, form)->ExportLines(vector, 0), 1);
     const QByteArray text = read("file.gen").replace("-0.0", "0.0");
-    EXPECT_EQ(text.left(one.first.size()), one.first);
-    EXPECT_EQ(report.notes.size(), one.form == 1 ? 1 : 0);
+    EXPECT_EQ(text.left(first.size()), first);
+    EXPECT_EQ(report.notes.size(), form == 1 ? 1 : 0);
   }
 }
 
@@ -45,7 +40,7 @@ TEST_F(ArcInfoFixture, ClassesChooseLinesAndPolygons) {
   InfoLayer* const from = layer(THEMATICMODEL, "De");
   Vector* const vector = from->vector(vectorLines, true);
   Category& category = *from->category();
-  category.classes.Append(new GeoClass(7, "Argila", category.model, category.name, 0, nullptr));
+  addClass(category, "Argila", 7);
   insertPolygon(*vector, {0, 0, 10, 0, 10, 10, 0, 10, 0, 0}, 7);
   insertPolygon(*vector, {20, 0, 30, 0, 30, 10, 20, 10, 20, 0});
   insertLine(*vector, {50, 50, 60, 60}, linePlain, 7);
@@ -68,20 +63,14 @@ TEST_F(ArcInfoFixture, ClassesChooseLinesAndPolygons) {
 TEST_F(ArcInfoFixture, LabelsOfObjectsAreOneLineEach) {
   InfoLayer* const of = layer(CADASTRALMODEL, "Lotes");
   Vector* const vector = of->vector(vectorLines, true);
-  ObjectDefinition definition;
-  definition.category = category(OBJECTMODEL, "Lote");
-  for (const char* label : {"P12", "", "L 1\nA"}) {
-    definition.label = label;
-    KaldexObject object;
-    ASSERT_NE(dataBase->createObject(definition, object), 0);
+  for (const QString label : {"P12", "", "L 1\nA"}) {
+    const KaldexObject object = newObject(category(OBJECTMODEL, "Lote"), label, QString());
     Point2d place(1 + object.id, 2);
     ASSERT_NE(vector->Insert(place), 0);
     Anchor anchor;
     anchor.InsertPoint(place);
-    if (definition.label == "P12")
-      anchor.InsertLine(project->projection(), *insertLine(*vector, {10, 0, 20, 0}));
-    ASSERT_NE(vector->Insert(anchor), 0);
-    ASSERT_NE(dataBase->linkAnchor(*of, anchor, object), 0);
+    if (label == "P12") anchor.InsertLine(project->projection(), *insertLine(*vector, {10, 0, 20, 0}));
+    link(*of, anchor, object);
   }
   EXPECT_EQ(handler(of)->ExportLabelPoints(vector, of->category(), 0), 1);
   EXPECT_EQ(read("file.gen"),

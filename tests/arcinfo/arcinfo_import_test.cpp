@@ -127,12 +127,10 @@ TEST_F(ArcInfoFixture, BranchesOfSamplesOpenTheFileByThemselves) {
 TEST_F(ArcInfoFixture, LabelPointsOfClassesAndOfNone) {
   InfoLayer* const into = layer(THEMATICMODEL, "T");
   Category& soils = *into->category();
-  soils.classes.Append(new GeoClass(7, "Argila", soils.model, soils.name, 0, nullptr));
+  addClass(soils, "Argila", 7);
   write("file.gen", "7 1 2\n8 3 4  \n-7 5 6\nEND\n");
   const auto in = handler(into, 0, 1);
-  ASSERT_EQ(in->ImportLabelPoints(project->projection(), nullptr, nullptr, nullptr, nullptr, nullptr, nullptr,
-                                  nullptr),
-            1);
+  ASSERT_EQ(importLabels(*in), 1);
   ASSERT_EQ(in->labelPoints.Size(), 3);
   EXPECT_EQ(in->labelPoints.at(0)->Iclass, 7);
   EXPECT_EQ(in->labelPoints.at(1)->Iclass, 0);
@@ -145,9 +143,7 @@ TEST_F(ArcInfoFixture, LabelPointsOfClassesAndOfNone) {
   for (const Case& one : cases) {
     write("file.gen", one.content);
     const auto other = handler(into);
-    EXPECT_EQ(other->ImportLabelPoints(project->projection(), nullptr, nullptr, nullptr, nullptr, nullptr,
-                                       nullptr, nullptr),
-              one.result);
+    EXPECT_EQ(importLabels(*other), one.result);
     EXPECT_EQ(messages.take(), one.shown);
     EXPECT_EQ(other->labelPoints.Size(), one.count);
   }

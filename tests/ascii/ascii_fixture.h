@@ -1,17 +1,22 @@
 #ifndef KALDEX_TESTS_ASCII_FIXTURE_H
 #define KALDEX_TESTS_ASCII_FIXTURE_H
 
-#include <memory>
-
 #include "kaldex/ascii.h"
-#include "kaldex/job_report.h"
-#include "support/model_fixture.h"
+#include "support/handler_fixture.h"
 
 namespace kaldex::test {
+
+const QString kBadHeader = "Arquivo INCONSISTENTE. Falta de informação ou erro nos parâmetros da seção INFO!";
+const QString kSkip = "Arquivo INCONSISTENTE. Ignorar somente o item errado e continuar?";
+const QString kOldForm = "Dados de entrada no formato antigo (sem SEPARATOR). Continua ?";
+const QString kAddAll = "Classe não encontrada. Adiciona TODAS as classes não encontradas ?";
+const QString kNoClasses = "Categoria sem classes. Cria e continua ?";
+const QString kNoCategory = "Categoria objeto inexistente Cria e continua ?";
 
 class OpenAscii : public IEAsc {
  public:
   using IEAsc::file;
+  using IEAsc::labelPoints;
   using IEAsc::line;
   using IEAsc::line2;
   using IEAsc::openFile;
@@ -21,37 +26,17 @@ class OpenAscii : public IEAsc {
   using IEAsc::separator;
 };
 
-/// Handlers on the file "file.txt" of the fixture's folder; what they do is reported.
-class AsciiFixture : public ModelFixture {
+/// Handlers on the file "file.txt" of the fixture's folder.
+class AsciiFixture : public HandlerFixture {
  protected:
-  AsciiFixture() : reporting_(report) {}
-
   std::unique_ptr<OpenAscii> handler(InfoLayer* layer, short coordFormat = 0, int units = 0,
                                      SProjection* projection = nullptr, const char* separator = nullptr) {
-    auto made = std::make_unique<OpenAscii>();
-    EXPECT_EQ(made->Init(folder(), units, fileName, project, layer, dataBase.get(),
-                         projection != nullptr ? projection : project->projection(), coordFormat, separator,
-                         nullptr, nullptr),
-              1);
-    return made;
+    return open<OpenAscii>(fileName, layer, coordFormat, units, projection, separator);
   }
-
-  static int lineCount(Vector& vector) { return static_cast<int>(vector.lineCount()); }
-  /// All points of all lines, as x, y pairs.
-  static std::vector<double> allPoints(Vector& vector) {
-    std::vector<double> points;
-    for (Line* line = vector.FirstLine(); line != nullptr; line = vector.NextLine()) {
-      const double* const xy = line->coordinates();
-      points.insert(points.end(), xy, xy + 2 * line->Size());
-    }
-    return points;
-  }
+  /// How to read the numbers of a file in that form: its header doesn't say so.
+  static int unitsOf(short format) { return format == 2 ? 4 : format == 3 ? 5 : 0; }
 
   QString fileName = "file.txt";
-  JobReport report;
-
- private:
-  JobReportScope reporting_;
 };
 
 }  // namespace kaldex::test

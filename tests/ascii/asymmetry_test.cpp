@@ -35,9 +35,7 @@ class Asymmetry : public MapFixture {
   }
   void importLabels(InfoLayer& layer) {
     const auto in = handler(&layer);
-    ASSERT_EQ(in->ImportLabelPoints(project->projection(), nullptr, nullptr, nullptr, nullptr, nullptr,
-                                    nullptr, nullptr),
-              1);
+    ASSERT_EQ(HandlerFixture::importLabels(*in), 1);
     Vector* const vector = layer.vector(vectorLines);
     ASSERT_EQ(layer.model() == THEMATICMODEL ? in->Classify(vector) : in->ClassifyObj(vector), 1);
   }
@@ -48,9 +46,8 @@ class Asymmetry : public MapFixture {
     InfoLayer* const from = mapLayer(THEMATICMODEL);
     Category& its = *from->category();
     for (int i = 0; i < names.size(); ++i) {
-      auto* const fresh = new GeoClass(-1, names[i], THEMATICMODEL, its.name, i + 1, &its);
+      GeoClass* const fresh = addClass(its, names[i]);
       fresh->visual.SetPolygonColor(1, 2, 3);
-      its.classes.Append(fresh);
       delete insertPolygon(*from->vector(vectorLines, true), square(i), fresh->id);
     }
     EXPECT_NE(dataBase->storeCategories(dataBase->categoryList()), 0);
@@ -79,12 +76,7 @@ class Asymmetry : public MapFixture {
           anchor.InsertPolygon(*polygon, nullptr);
         }
         if (second) continue;
-        KaldexObject object;
-        EXPECT_NE(
-            dataBase->createObject({category(OBJECTMODEL, "Lotes"), one.name, one.label, STime()}, object),
-            0);
-        EXPECT_NE(vector.Insert(anchor), 0);
-        EXPECT_NE(dataBase->linkAnchor(*into_, anchor, object), 0);
+        link(*into_, anchor, newObject(category(OBJECTMODEL, "Lotes"), one.label, one.name));
       }
       if (second) importLabels(*into_);
       exports[second ? 1 : 0] = labelsOf(*into_, second ? "second" : "first", ";");
@@ -156,20 +148,10 @@ TEST_F(Asymmetry, LabelsOfLinesComeToStandBeforeThoseOfPolygons) {
 TEST_F(Asymmetry, NumbersOfTablesGetTheirSizesAnew) {
   openEmpty("empty");
   Category* lots = category(OBJECTMODEL, "Lotes");
-  SFieldList columns;
-  columns.Append(new SField("P", fieldInteger, 5, 0, 1, lots->attributeTable));
-  columns.Append(new SField("V", fieldReal, 12, 2, 2, lots->attributeTable));
-  columns.Append(new SField("T", fieldText, 12, 0, 3, lots->attributeTable));
+  const SFieldList columns =
+      fieldList({{"P", fieldInteger, 5, 0}, {"V", fieldReal, 12, 2}, {"T", fieldText, 12, 0}});
   ASSERT_EQ(dataBase->createAttributeTable(*lots, columns), 1);
-  KaldexObject object;
-  ASSERT_NE(dataBase->createObject({lots, "Um", "L1", STime()}, object), 0);
-  SFieldList stored;
-  dataBase->loadTableFields(stored, lots->attributeTable);
-  SCellList cells;
-  dataBase->readObjectAttributes(stored, cells, lots->attributeTable, object.id);
-  int at = 0;
-  for (const char* const value : {"1234567890", "2.50", "1,5 km"}) cells.at(++at)->ChangeCell(value);
-  ASSERT_NE(dataBase->writeObjectAttributes(stored, cells, lots->attributeTable, object.id), 0);
+  newObject(lots, "L1", "Um", {"1234567890", "2.50", "1,5 km"});
   QByteArray exports[3];
   for (int i = 0; i < 3; ++i) {
     fileName = QString("t%1").arg(i);

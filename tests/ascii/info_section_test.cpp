@@ -4,11 +4,6 @@ namespace kaldex::test {
 
 namespace {
 
-const QString kNoEnd =
-    "Arquivo INCONSISTENTE. Falta de informação ou erro nos parâmetros da seção INFO!INFO_END ???";
-const QString kSummary =
-    "Sumário:Classes não encontradas=%1 e classes adicionadas=%2 e visual alterados=%3 (THEMACLASS)";
-
 class AsciiInfo : public AsciiFixture {
  protected:
   struct Grid {
@@ -43,7 +38,6 @@ class AsciiInfo : public AsciiFixture {
 };
 
 TEST_F(AsciiInfo, GridsAndWhatIsWrongWithThem) {
-  const QString bad = "Arquivo INCONSISTENTE!";
   const struct {
     QByteArray content;
     int result;
@@ -51,17 +45,17 @@ TEST_F(AsciiInfo, GridsAndWhatIsWrongWithThem) {
   } cases[] = {
       {"x GRIDREG\nINFO\n//c\nSEPARATOR ;\nUNFORMATED\nGRIDDEF 4 3 10.5 -20 1 2 -9999\nINFO_END\n", 1, ""},
       {"GRIDREG\nGRIDDEF 4 3 S 23 10 5.25 O 45 30 10.5 1 2 -9999\nINFO_END\n", 1, ""},
-      {"GRIDREG\nGRIDDEF 4 3 10 20 1 2\nINFO_END\n", 0, bad + "GRIDDEF 4 3 10 20 1 2"},
-      {"GRIDREG\nGRIDDEF 4 3\nINFO_END\n", 0, bad + "GRIDDEF 4 3"},
-      {"GRIDREG\nGRIDDEF 4 x 1 2 3 4 5\nINFO_END\n", 0, bad + "GRIDDEF 4 x 1 2 3 4 5"},
+      {"GRIDREG\nGRIDDEF 4 3 10 20 1 2\nINFO_END\n", 0, kBad + "GRIDDEF 4 3 10 20 1 2"},
+      {"GRIDREG\nGRIDDEF 4 3\nINFO_END\n", 0, kBad + "GRIDDEF 4 3"},
+      {"GRIDREG\nGRIDDEF 4 x 1 2 3 4 5\nINFO_END\n", 0, kBad + "GRIDDEF 4 x 1 2 3 4 5"},
       {"GRIDREG\nGRIDDEF 4 3 S 23 10 5 O 45 30 10 1 2\nINFO_END\n", 0,
-       bad + "GRIDDEF 4 3 S 23 10 5 O 45 30 10 1 2"},
+       kBad + "GRIDDEF 4 3 S 23 10 5 O 45 30 10 1 2"},
       {"GRIDREG\nGRIDDEF 4 3 S 99 10 5 O 45 30 10 1 2 3\nINFO_END\n", 0,
-       bad + "GRIDDEF 4 3 S 99 10 5 O 45 30 10 1 2 3"},
-      {"GRIDREG\nSEPARATOR\nINFO_END\n", 0, bad + "SEPARATOR"},
-      {"GRIDREG\nGRIDDEF 4 3 1 2 1 2 -9999\n", 0, kNoEnd},
-      {"GRIDREG", 0, bad + "FEOF"},
-      {"GRID REG", 0, bad + "REG"},
+       kBad + "GRIDDEF 4 3 S 99 10 5 O 45 30 10 1 2 3"},
+      {"GRIDREG\nSEPARATOR\nINFO_END\n", 0, kBad + "SEPARATOR"},
+      {"GRIDREG\nGRIDDEF 4 3 1 2 1 2 -9999\n", 0, kBadHeader + "INFO_END ???"},
+      {"GRIDREG", 0, kBad + "FEOF"},
+      {"GRID REG", 0, kBad + "REG"},
       {"GRIDREG\nGRIDCLASS\n1\n// c\n2\nINFO_END\n", 1, ""},
       {"GRIDREG\nGRIDCLASS\n1\n", 0, ""},
   };
@@ -102,11 +96,11 @@ TEST_F(AsciiInfo, ClassesTakeColoursAndAreAdded) {
   const auto in = handler(layer_);
   unsigned points = 4;
   unsigned areas = 7;
-  messages.answer("Categoria sem classes. Cria e continua ?", true);
+  messages.answer(kNoClasses, true);
   EXPECT_EQ(readBlock("THEMACLASS\n  1 2 3   Mata \t densa\n4 5 6 " + QByteArray(40, 'x') + "\nINFO_END\n",
                       *in, &points, nullptr),
             1);
-  EXPECT_EQ(messages.take(), "Categoria sem classes. Cria e continua ?\n" + kSummary.arg(2).arg(2).arg(0));
+  EXPECT_EQ(messages.take(), kNoClasses + "\n" + classesText(2, 2, 0) + "(THEMACLASS)");
   GeoClassList& classes = layer_->category()->classes;
   ASSERT_EQ(classes.Size(), 2);
   const GeoClass& forest = *classes.at(0);
@@ -117,13 +111,11 @@ TEST_F(AsciiInfo, ClassesTakeColoursAndAreAdded) {
   EXPECT_TRUE(forest.visual.line.color == Color(229, 91, 104));
 
   // A class that exists changes its colours; a new one is asked about, once.
-  messages.answer("Classe não encontrada. Adiciona TODAS as classes não encontradas ?", false);
+  messages.answer(kAddAll, false);
   EXPECT_EQ(readBlock("THEMACLASS\n9 8 7 6 5 4 Mata densa\n1 1 1 1 1 1 A\n1 1 1 1 1 1 B\nINFO_END\n", *in,
                       &areas, nullptr),
             1);
-  EXPECT_EQ(messages.take(),
-            "Classe não encontrada. Adiciona TODAS as classes não encontradas ?1 1 1 1 1 1 A\n" +
-                kSummary.arg(2).arg(0).arg(1));
+  EXPECT_EQ(messages.take(), kAddAll + "1 1 1 1 1 1 A\n" + classesText(2, 0, 1) + "(THEMACLASS)");
   EXPECT_TRUE(forest.visual.polygon.color == Color(9, 8, 7));
   EXPECT_TRUE(forest.visual.line.color == Color(6, 5, 4));
   EXPECT_TRUE(forest.visual.point.color == Color(1, 2, 3));
@@ -140,7 +132,7 @@ TEST_F(AsciiInfo, ClassesTakeColoursAndAreAdded) {
 }
 
 TEST_F(AsciiInfo, AnEmptyCategoryMayRefuseClasses) {
-  messages.answer("Categoria sem classes. Cria e continua ?", false);
+  messages.answer(kNoClasses, false);
   unsigned points = 4;
   EXPECT_EQ(readBlock("THEMACLASS\n1 2 3 A\nINFO_END\n", *handler(layer_), &points, nullptr), 0);
   EXPECT_EQ(layer_->category()->classes.Size(), 0);
@@ -161,21 +153,12 @@ TEST_F(AsciiInfo, ColumnsMakeATable) {
   in->FileClose();
   EXPECT_EQ(key, 0);
   EXPECT_EQ(name, 2);
-  const struct {
-    const char* name;
-    short type, size, decimals, index;
-  } expected[] = {{"T_KEY", 3, 32, 0, 0},     {"area1", 1, 17, 8, 1},      {"T_NAME", 3, 32, 0, 0},
-                  {"X1st", 0, 10, 0, 2},      {"Xx", 2, 8, 0, 3},          {"a_b", 3, 12, 0, 4},
-                  {"qint32_REN", 3, 1, 0, 5}, {"abcdefghij", 1, 17, 8, 6}, {"ABCDEFGHI2", 0, 10, 0, 7}};
-  ASSERT_EQ(fields.Size(), 9);
-  for (int i = 0; i < 9; ++i) {
-    const SField& field = *fields.at(i);
-    EXPECT_EQ(field.name, expected[i].name);
-    EXPECT_EQ(field.type, expected[i].type) << i;
-    EXPECT_EQ(field.size, expected[i].size) << i;
-    EXPECT_EQ(field.decimals, expected[i].decimals) << i;
-    EXPECT_EQ(field.index, expected[i].index) << i;
-  }
+  EXPECT_EQ(columnsTold(fields).join(' '),
+            "T_KEY:3:32:0 area1:1:17:8 T_NAME:3:32:0 X1st:0:10:0 Xx:2:8:0 a_b:3:12:0 qint32_REN:3:1:0 "
+            "abcdefghij:1:17:8 ABCDEFGHI2:0:10:0");
+  std::vector<short> indexes;
+  for (const SField* field : fields) indexes.push_back(field->index);
+  EXPECT_EQ(indexes, (std::vector<short>{0, 1, 0, 2, 3, 4, 5, 6, 7}));
   EXPECT_EQ(in->reservedNames, QVector<QString>({"area"}));
   EXPECT_EQ(in->replacementNames, QVector<QString>({"area1"}));
   SFieldList stored;
@@ -184,16 +167,14 @@ TEST_F(AsciiInfo, ColumnsMakeATable) {
 
   // Now the table exists: columns must be its own, in any order, or be ignored.
   messages.take();
-  messages.answer("Arquivo INCONSISTENTE. Ignorar somente o item errado e continuar?", true);
+  messages.answer(kSkip, true);
   fields.Kill();
   EXPECT_EQ(
       readBlock(
           "SEPARATOR ;\nCATEGORY_OBJ Munic\xEDpios\nT_KEY ; TEXT\na_B ; TEXT ; 1\nnovo ; REAL\nINFO_END\n",
           *in, nullptr, objects, &fields),
       1);
-  EXPECT_EQ(messages.take(),
-            "Não existe esse atributo na tabela!novo ; REAL\n"
-            "Arquivo INCONSISTENTE. Ignorar somente o item errado e continuar?novo ; REAL");
+  EXPECT_EQ(messages.take(), "Não existe esse atributo na tabela!novo ; REAL\n" + kSkip + "novo ; REAL");
   ASSERT_EQ(fields.Size(), 3);
   EXPECT_EQ(fields.at(1)->index, 4);
   EXPECT_EQ(fields.at(1)->size, 12);
@@ -203,23 +184,22 @@ TEST_F(AsciiInfo, ColumnsMakeATable) {
 
 TEST_F(AsciiInfo, ColumnsThatEndTheReading) {
   Category* const objects = category(OBJECTMODEL, "C");
-  const QString bad = "Arquivo INCONSISTENTE!";
   const struct {
     QByteArray content;
     bool makesTable;
     QString shown;
   } cases[] = {
       {"FORMATED\nCATEGORY_OBJ C\n", true, "Opção não disponível!FORMATED"},
-      {"CATEGORY_OBJ D\n", true, bad + "CATEGORY_OBJ D"},
+      {"CATEGORY_OBJ D\n", true, kBad + "CATEGORY_OBJ D"},
       {"CATEGORY_OBJ C\nx ; REAL\nINFO_END\n", false, "Deseja inserir este(s) atributo(s)?"},
       {"SEPARATOR ;\nCATEGORY_OBJ C\nx ; NUMBER\n", true,
-       "Deseja inserir este(s) atributo(s)?\n" + bad + "x ; NUMBER"},
+       "Deseja inserir este(s) atributo(s)?\n" + kBad + "x ; NUMBER"},
       {"SEPARATOR ;\nCATEGORY_OBJ C\nx ; TEXT ; 0\n", true,
-       "Deseja inserir este(s) atributo(s)?\n" + bad + "x ; TEXT ; 0"},
+       "Deseja inserir este(s) atributo(s)?\n" + kBad + "x ; TEXT ; 0"},
       {"SEPARATOR ;\nCATEGORY_OBJ C\nx ; TEXT ; 99999\n", true,
-       "Deseja inserir este(s) atributo(s)?\n" + bad + "x ; TEXT ; 99999"},
-      {"SEPARATOR ;\nCATEGORY_OBJ C\nx\n", true, "Deseja inserir este(s) atributo(s)?\n" + bad + "x"},
-      {"CATEGORY_OBJ C\n", true, "Deseja inserir este(s) atributo(s)?\n" + kNoEnd},
+       "Deseja inserir este(s) atributo(s)?\n" + kBad + "x ; TEXT ; 99999"},
+      {"SEPARATOR ;\nCATEGORY_OBJ C\nx\n", true, "Deseja inserir este(s) atributo(s)?\n" + kBad + "x"},
+      {"CATEGORY_OBJ C\n", true, "Deseja inserir este(s) atributo(s)?\n" + kBadHeader + "INFO_END ???"},
   };
   for (const auto& one : cases) {
     RecordingPresenter answers;
@@ -237,10 +217,10 @@ TEST_F(AsciiInfo, CategoryOfATable) {
   const auto in = handler(layer_);
   {
     RecordingPresenter answers;
-    answers.answer("Categoria objeto inexistente Cria e continua ?Rios do sul", false);
+    answers.answer(kNoCategory + "Rios do sul", false);
     EXPECT_EQ(in->InfoTable(1), nullptr);
   }
-  messages.answer("Categoria objeto inexistente Cria e continua ?", true);
+  messages.answer(kNoCategory, true);
   Category* const made = in->InfoTable(1);
   ASSERT_NE(made, nullptr);
   EXPECT_EQ(made->name, "Rios do sul");

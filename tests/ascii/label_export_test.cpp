@@ -27,10 +27,9 @@ class LabelExport : public AsciiFixture {
     vector_ = layer_->vector(vectorLines, true);
   }
   int addClass(const QString& name, const Color& polygon = {}) {
-    auto* const fresh = new GeoClass(-1, name, THEMATICMODEL, category_->name, 1, category_);
+    GeoClass* const fresh = AsciiFixture::addClass(*category_, name);
     fresh->visual.polygon.color = polygon;
     fresh->visual.line.color = fresh->visual.point.color = Color(1, 20, 255);
-    category_->classes.Append(fresh);
     EXPECT_NE(dataBase->storeCategories(dataBase->categoryList()), 0);
     return fresh->id;
   }
@@ -44,15 +43,12 @@ class LabelExport : public AsciiFixture {
   /// An object of the category "Lotes" with an anchor that holds these.
   void addObject(const QString& label, const QString& name, const std::vector<int>& polygons,
                  const std::vector<int>& lines = {}, const std::vector<int>& points = {}) {
-    KaldexObject object;
-    ASSERT_NE(dataBase->createObject({category(OBJECTMODEL, "Lotes"), name, label, STime()}, object), 0);
     Anchor anchor;
     anchor.polygons = polygons;
     anchor.lines = lines;
     anchor.points = points;
     anchor.box = Box(0, 0, 1e4, 1e4);
-    ASSERT_NE(vector_->Insert(anchor), 0);
-    ASSERT_NE(dataBase->linkAnchor(*layer_, anchor, object), 0);
+    link(*layer_, anchor, newObject(category(OBJECTMODEL, "Lotes"), label, name));
   }
 
   enum class Kind { plain, generated, unclassified, more, swapped, points, generatedPoints };
@@ -60,32 +56,18 @@ class LabelExport : public AsciiFixture {
     QFile::remove(path(fileName));
     const auto out = handler(layer_, coordFormat, 0, nullptr, separator);
     out->DataHome(folder() + "/");
-    int result = 0;
-    switch (kind) {
-      case Kind::plain:
-        result = out->ExportLabelPoints(vector_, category_, restrict);
-        break;
-      case Kind::generated:
-        result = out->ExportLabelPointsAuto(vector_, category_);
-        break;
-      case Kind::unclassified:
-        result = out->ExportLabelPointsSem(vector_, category_);
-        break;
-      case Kind::more:
-        result = out->ExportLabelPointsMais(vector_, category_);
-        break;
-      case Kind::swapped:
-        result = out->ExportLabelPointsTroca(vector_, category_, restrict);
-        break;
-      case Kind::points:
-        result = out->ExportPoints(vector_, category_, restrict);
-        break;
-      case Kind::generatedPoints:
-        result = out->ExportPointsAuto(vector_, category_);
-        break;
-    }
+    const int result = exported(*out, kind, restrict);
     EXPECT_EQ(out->file, nullptr);
     return result;
+  }
+  int exported(IEAsc& out, Kind kind, short restrict) {
+    return kind == Kind::plain          ? out.ExportLabelPoints(vector_, category_, restrict)
+           : kind == Kind::generated    ? out.ExportLabelPointsAuto(vector_, category_)
+           : kind == Kind::unclassified ? out.ExportLabelPointsSem(vector_, category_)
+           : kind == Kind::more         ? out.ExportLabelPointsMais(vector_, category_)
+           : kind == Kind::swapped      ? out.ExportLabelPointsTroca(vector_, category_, restrict)
+           : kind == Kind::points       ? out.ExportPoints(vector_, category_, restrict)
+                                        : out.ExportPointsAuto(vector_, category_);
   }
   /// What was written up to the file's general header, a "|", and what is behind that.
   QByteArray written() const {
@@ -355,12 +337,7 @@ TEST_F(LabelExport, ArgumentsAndFullDisk) {
   for (const Kind kind : {Kind::plain, Kind::generated, Kind::unclassified, Kind::points}) {
     QFile::remove(path(fileName));
     ASSERT_EQ(symlink("/dev/full", path(fileName).toUtf8().constData()), 0);
-    const auto out = handler(layer_);
-    EXPECT_EQ(kind == Kind::plain          ? out->ExportLabelPoints(vector_, category_, 0)
-              : kind == Kind::generated    ? out->ExportLabelPointsAuto(vector_, category_)
-              : kind == Kind::unclassified ? out->ExportLabelPointsSem(vector_, category_)
-                                           : out->ExportPoints(vector_, category_, 0),
-              0);
+    EXPECT_EQ(exported(*handler(layer_), kind, 0), 0);
     EXPECT_EQ(messages.take(), "Erro de I/O.");
   }
 }

@@ -4,25 +4,12 @@ namespace kaldex::test {
 
 namespace {
 
-const QString kBad = "Arquivo INCONSISTENTE!";
-const QString kOldForm = "Dados de entrada no formato antigo (sem SEPARATOR). Continua ?";
-const QString kMissing = "Classe não encontrada. Adiciona TODAS as classes não encontradas ?";
-const QString kSummary = "Sumário:Classes não encontradas=%1 e classes adicionadas=%2 e visual alterados=0 ";
-
-class OpenLabels : public OpenAscii {
- public:
-  using IEAsc::labelPoints;
-};
-
 class LabelImport : public AsciiFixture {
  protected:
   int import(InfoLayer* into, const QByteArray& content, int units = 0, SProjection* from = nullptr) {
     write("file.txt", content);
-    in_ = std::make_unique<OpenLabels>();
-    in_->Init(folder(), units, fileName, project, into, dataBase.get(),
-              from != nullptr ? from : project->projection(), 0, nullptr, nullptr, nullptr);
-    const int result = in_->ImportLabelPoints(project->projection(), nullptr, nullptr, nullptr, nullptr,
-                                              nullptr, nullptr, nullptr);
+    in_ = handler(into, 0, units, from);
+    const int result = importLabels(*in_);
     EXPECT_EQ(in_->file, nullptr);
     return result;
   }
@@ -41,7 +28,7 @@ class LabelImport : public AsciiFixture {
     return list.join('\n');
   }
 
-  std::unique_ptr<OpenLabels> in_;
+  std::unique_ptr<OpenAscii> in_;
 };
 
 struct Case {
@@ -68,7 +55,6 @@ TEST_F(LabelImport, RecordsOfObjects) {
       {separated + "S 23 10 0.00 ; O 45 52 0.00;L1;;Lotes\nEND\n", 1, "", "*"},
       {"POINTS\n" + head + "S 23 10 0.00   O 45 52 0.00\nEND\n", 1, kOldForm, "*"},
       {"NETWORK_OBJECTS\n1 2\nEND\n", 0, "", ""},
-      {"", 0, "", ""},
       {"POINTS\n", 0, kBad + "END ???", ""},
       {"POINTS\n" + head + "NODES\n1 2\nEND\n", 0, kBad + "NODES", ""},
       {"POINTS\n// a comment of words\nEND\n", 0, kBad + "a", ""},
@@ -83,9 +69,8 @@ TEST_F(LabelImport, RecordsOfObjects) {
       {separated + "S 23 10 0.00;45;L1;a;Lotes\nEND\n", 0, kBad + "S 23 10 0.00;45;L1;a;Lotes", ""},
       {separated + "S;O;L1;a;Lotes\nEND\n", 0, kBad + "S;O;L1;a;Lotes", ""},
       {"POINTS\n" + head + "1\nEND\n", 0, kOldForm + "\n" + kBad + "1", ""},
-      {"POINTS\n" + head + "1 2", 0, "Arquivo INCONSISTENTE! FEOF", ""},
-      {"POINTS\nINFO\n", 0,
-       "Arquivo INCONSISTENTE. Falta de informação ou erro nos parâmetros da seção INFO!INFO_END ???", ""},
+      {"POINTS\n" + head + "1 2", 0, kBad + " FEOF", ""},
+      {"POINTS\nINFO\n", 0, kBadHeader + "INFO_END ???", ""},
   };
   messages.answer(kOldForm, true);
   InfoLayer* const into = layer(CADASTRALMODEL, "Plano");
@@ -120,7 +105,7 @@ TEST_F(LabelImport, NodesOfANetworkAndUnits) {
 TEST_F(LabelImport, ClassesKnownMissingAndMade) {
   InfoLayer* const into = layer(THEMATICMODEL, "Plano");
   Category& thematic = *into->category();
-  thematic.classes.Append(new GeoClass(-1, "Mata", THEMATICMODEL, thematic.name, 1, &thematic));
+  addClass(thematic, "Mata");
   dataBase->storeCategories(dataBase->categoryList());
   dataBase->commit();
   const QByteArray head = "POINTS\nINFO\nSEPARATOR ;\nINFO_END\n";
@@ -130,21 +115,21 @@ TEST_F(LabelImport, ClassesKnownMissingAndMade) {
   EXPECT_EQ(messages.take(), "") << "nothing is missing";
   EXPECT_EQ(labels(), "1 2 1 |Mata| 0\n3 4 1 |Mata| 0\n2 2 1 |Mata| 0");
 
-  messages.answer(kMissing, false);
+  messages.answer(kAddAll, false);
   EXPECT_EQ(import(into, head + records + "END\n"), 1);
-  EXPECT_EQ(messages.take(), kMissing + "Brejo\n" + kSummary.arg(2).arg(0));
+  EXPECT_EQ(messages.take(), kAddAll + "Brejo\n" + classesText(2, 0));
   EXPECT_EQ(labels(), "1 2 1 |Mata| 0\n3 4 1 |Mata| 0\n5 6 0 |Brejo| 0\n7 8 0 |Brejo| 0\n9 9 1 |Mata| 0");
   EXPECT_EQ(thematic.classes.Size(), 1);
 
   // A failure behind the new class takes it back.
   messages.forget();
-  messages.answer(kMissing, true);
+  messages.answer(kAddAll, true);
   EXPECT_EQ(import(into, head + records + "x\n"), 0);
-  EXPECT_EQ(messages.take(), kMissing + "Brejo\n" + kBad + "x");
+  EXPECT_EQ(messages.take(), kAddAll + "Brejo\n" + kBad + "x");
   EXPECT_EQ(thematic.classes.Size(), 1);
 
   EXPECT_EQ(import(into, head + records + "5;5;Campo\nEND\n"), 1);
-  EXPECT_EQ(messages.take(), kMissing + "Brejo\n" + kSummary.arg(2).arg(2));
+  EXPECT_EQ(messages.take(), kAddAll + "Brejo\n" + classesText(2, 2));
   ASSERT_EQ(thematic.classes.Size(), 3);
   EXPECT_EQ(thematic.classes.at(2)->name, "Campo");
   EXPECT_EQ(in_->labelPoints.at(3)->Iclass, thematic.classes.at(1)->id);
@@ -167,10 +152,10 @@ TEST_F(LabelImport, MoreClassesThanThereAreNumbers) {
   for (int i = 2; i < most; ++i) {
     into->category()->classes.Append(new GeoClass(i, "x", THEMATICMODEL, "", i, nullptr));
   }
-  messages.answer(kMissing, true);
+  messages.answer(kAddAll, true);
   messages.answer("Categoria sem classes", true);
   const QByteArray head = "POINTS\nINFO\nSEPARATOR ;\nINFO_END\n";
-  const QString refused = kMissing + "A\n" + QString::fromUtf8("Problemas na atualização de Categorias!");
+  const QString refused = kAddAll + "A\n" + QString::fromUtf8("Problemas na atualização de Categorias!");
   EXPECT_EQ(import(into, head + "1;1;A\n2;2;B\n3;3;C\nEND\n"), 0);
   EXPECT_EQ(messages.take(), refused);
   EXPECT_EQ(into->category()->classes.findByName("C"), nullptr);

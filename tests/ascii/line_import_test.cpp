@@ -4,6 +4,13 @@ namespace kaldex::test {
 
 namespace {
 
+struct Case {
+  QByteArray content;
+  int result;
+  QString shown;
+  int lines;  ///< that stand afterwards
+};
+
 class AsciiImport : public AsciiFixture {
  protected:
   int import(InfoLayer* into, short kind, const QByteArray& content, int units = 0) {
@@ -15,16 +22,18 @@ class AsciiImport : public AsciiFixture {
     EXPECT_EQ(in->file, nullptr);
     return result;
   }
+  /// Each into a layer of its own: NAME 0, NAME 1 ...
+  template <std::size_t N>
+  void checkAll(const Case (&cases)[N], short model, short kind, const QString& name) {
+    int number = 0;
+    for (const Case& one : cases) {
+      InfoLayer* const into = layer(model, QString("%1 %2").arg(name).arg(number++));
+      EXPECT_EQ(import(into, kind, one.content), one.result) << one.content.left(60).toStdString();
+      EXPECT_EQ(messages.take(), one.shown) << one.content.left(60).toStdString();
+      EXPECT_EQ(into->vector(kind)->lineCount(), one.lines) << one.content.left(60).toStdString();
+    }
+  }
 };
-
-struct Case {
-  QByteArray content;
-  int result;
-  QString shown;
-  int lines;  ///< that stand afterwards
-};
-
-const QString kBad = "Arquivo INCONSISTENTE!";
 
 TEST_F(AsciiImport, LinesAndTheirMessages) {
   const Case cases[] = {
@@ -43,8 +52,8 @@ TEST_F(AsciiImport, LinesAndTheirMessages) {
       {"LINE\n1 2\n", 0, "", 0},
       {"LINES", 0, kBad + "END ???", 0},
       {"LINES\n1 2\n3 4\nEND\n", 0, kBad + "END ???", 1},
-      {"LINES\n1 2\n3 4\nEND", 0, "Arquivo INCONSISTENTE! FEOF", 0},
-      {"LINES\n1 2\n3 4\n", 0, "Arquivo INCONSISTENTE! FEOF", 0},
+      {"LINES\n1 2\n3 4\nEND", 0, kBad + " FEOF", 0},
+      {"LINES\n1 2\n3 4\n", 0, kBad + " FEOF", 0},
       {"LINES\n1 2", 0, "", 0},
       {"LINES\nabc\n", 0, kBad + "abc", 0},
       {"LINES\n1 2 3\n", 0, kBad + "1 2 3", 0},
@@ -58,8 +67,7 @@ TEST_F(AsciiImport, LinesAndTheirMessages) {
       {"LINES\n// 7 8\n1 2\n3 4\nEND\nEND", 1, "",
        1},  // a comment's words are read: its first number begins a record
       {"LINES\n// END\n1 2\n3 4\nEND\n", 1, "", 0},
-      {"LINES\nINFO\n", 0,
-       "Arquivo INCONSISTENTE. Falta de informação ou erro nos parâmetros da seção INFO!INFO_END ???", 0},
+      {"LINES\nINFO\n", 0, kBadHeader + "INFO_END ???", 0},
       {"LINES\nINFO", 0, kBad + "FEOF", 0},
       {"LINES\nINFO\nSEPARATOR ;;\nINFO_END\n", 0, kBad + "SEPARATOR ;;", 0},
       {"LINES\nINFO\nFORMATED\nGRIDDEF x\nTHEMACLASS\nCATEGORY_OBJ x\nINFO_END\nEND\n", 1, "", 0},
@@ -70,13 +78,7 @@ TEST_F(AsciiImport, LinesAndTheirMessages) {
       {"LINES\nINFO\n" + QByteArray(40000, 'x') + "\nINFO_END\n1 2\n3 4\nEND\nEND\n", 0,
        kBad + QString(1000, 'x'), 0},
   };
-  int number = 0;
-  for (const Case& one : cases) {
-    InfoLayer* const into = layer(THEMATICMODEL, QString("Linhas %1").arg(number++));
-    EXPECT_EQ(import(into, vectorLines, one.content), one.result) << one.content.left(60).toStdString();
-    EXPECT_EQ(messages.take(), one.shown) << one.content.left(60).toStdString();
-    EXPECT_EQ(lineCount(*into->vector(vectorLines)), one.lines) << one.content.left(60).toStdString();
-  }
+  checkAll(cases, THEMATICMODEL, vectorLines, "Linhas");
 }
 
 TEST_F(AsciiImport, NetworkLines) {
@@ -86,18 +88,12 @@ TEST_F(AsciiImport, NetworkLines) {
       {"NETWORK\n7 1 1\n1 2\n3 4\nEND\nEND\n", 0, kBad + "7 1 1", 0},
       {"NETWORK\n7 1 nan 1\n1 2\n3 4\nEND\nEND\n", 0, kBad + "7 1 nan 1", 0},
       {"NETWORK\n7 1 1 1e39\n1 2\n3 4\nEND\nEND\n", 0, kBad + "7 1 1 1e39", 0},
-      {"NETWORK\n7 1 1 1\n", 0, "Arquivo INCONSISTENTE! FEOF", 0},
+      {"NETWORK\n7 1 1 1\n", 0, kBad + " FEOF", 0},
       {"NETWORK\n7 1 1 1\n8 1 1 1\n1 2\n3 4\nEND\nEND\n", 0, kBad + "8 1 1 1", 0},
       {"NETWORK_OBJECTS\nx\n", 0, kBad + "x", 0},  // taken for the section, whose keyword it begins with
       {"LINES\n1 2\n3 4\nEND\nEND\n", 0, "", 0},
   };
-  int number = 0;
-  for (const Case& one : cases) {
-    InfoLayer* const into = layer(NETWORKMODEL, QString("Rede %1").arg(number++));
-    EXPECT_EQ(import(into, vectorLines, one.content), one.result) << one.content.toStdString();
-    EXPECT_EQ(messages.take(), one.shown) << one.content.toStdString();
-    ASSERT_EQ(lineCount(*into->vector(vectorLines)), one.lines) << one.content.toStdString();
-  }
+  checkAll(cases, NETWORKMODEL, vectorLines, "Rede");
   Line* const line = dataBase->findLayer(*project, "Rede 0")->vector(vectorLines)->FirstLine();
   EXPECT_EQ(line->impedancePositive, 1.5f);
   EXPECT_EQ(line->impedanceNegative, -1.0f);
@@ -159,7 +155,7 @@ TEST_F(AsciiImport, ContoursAndTheirMessages) {
       {open + "LINE3D\nHEIGHT 1e39\n1 2\n3 4\nEND\nEND", 0, kBad + "1e39", 0},
       {open + "LINE3D\nHEIGHT 1", 0, kBad + "FEOF", 0},
       {open + "LINE3D\nHEIGHT 1\n", 0, "", 0},
-      {open + "LINE3D\nHEIGHT 1\n1 2\n", 0, "Arquivo INCONSISTENTE! FEOF", 0},
+      {open + "LINE3D\nHEIGHT 1\n1 2\n", 0, kBad + " FEOF", 0},
       {open + "LINE3D\nHEIGHT 1\n1 2 3\nEND\nEND", 0, kBad + "1 2 3", 0},
       {open + "LINE3D\nHEIGHT 1\n.5 2\n", 0, kBad + ".5 2", 0},
       {open + "LINE3D\nHEIGHT 1\n1 2\nxyz\n", 0, kBad + "xyz", 0},
@@ -172,17 +168,11 @@ TEST_F(AsciiImport, ContoursAndTheirMessages) {
       {open + "POINT3D\nO 45 30 10  S 23 10 5\nEND\n", 0, kBad + "O 45 30 10  S 23 10 5", 0},
       {open + "POINT3D\nO 45 30 10  S 23 10 5 z 1\nO\n", 0, kBad + "O", 0},
       {open + "POINT3D\n1 2 3\nxyz\n", 0, kBad + "xyz", 0},
-      {open + "POINT3D\n1 2 3\n", 0, "Arquivo INCONSISTENTE! FEOF", 0},
-      {open + "POINT3D\n", 0, "Arquivo INCONSISTENTE! FEOF", 0},
+      {open + "POINT3D\n1 2 3\n", 0, kBad + " FEOF", 0},
+      {open + "POINT3D\n", 0, kBad + " FEOF", 0},
       {open + "POINT3D", 0, kBad + "FEOF", 0},
   };
-  int number = 0;
-  for (const Case& one : cases) {
-    InfoLayer* const into = layer(DIGITALMODEL, QString("Isolinhas %1").arg(number++), {0, 0, 1e6, 1e8});
-    EXPECT_EQ(import(into, vectorContours, one.content), one.result) << one.content.toStdString();
-    EXPECT_EQ(messages.take(), one.shown) << one.content.toStdString();
-    EXPECT_EQ(lineCount(*into->vector(vectorContours)), one.lines) << one.content.toStdString();
-  }
+  checkAll(cases, DIGITALMODEL, vectorContours, "Isolinhas");
   Vector& second = *dataBase->findLayer(*project, "Isolinhas 1")->vector(vectorContours);
   EXPECT_EQ(second.FirstLine()->Type(), linePlain);
   EXPECT_EQ(second.FirstLine()->height, 1.0f);
@@ -214,7 +204,7 @@ TEST_F(AsciiImport, UnitsScaleTheNumbers) {
   EXPECT_EQ(allPoints(*into->vector(vectorLines)), std::vector<double>({1500, 2000, -3000, 4000}));
   // Degrees that are none leave their line out, and the user hears of it.
   EXPECT_EQ(import(into, vectorLines, "LINES\n-45 -23\n-45 -95\nEND\nEND", 4), 1);
-  EXPECT_EQ(lineCount(*into->vector(vectorLines)), 1);
+  EXPECT_EQ(into->vector(vectorLines)->lineCount(), 1);
   EXPECT_EQ(report.leftOut["refused"], 1);
   EXPECT_EQ(report.notes.size(), 1);
 }
@@ -240,8 +230,8 @@ TEST_F(AsciiImport, CancellingEndsQuietlyAndKeepsWhatStands) {
   progress.cancelAt = 20;
   EXPECT_EQ(import(into, vectorLines, "LINES\n" + QByteArray("1 2\n3 4\nEND\n").repeated(100) + "END\n"), 0);
   EXPECT_EQ(messages.take(), "");
-  EXPECT_GT(lineCount(*into->vector(vectorLines)), 0);
-  EXPECT_LT(lineCount(*into->vector(vectorLines)), 100);
+  EXPECT_GT(into->vector(vectorLines)->lineCount(), 0);
+  EXPECT_LT(into->vector(vectorLines)->lineCount(), 100);
 }
 
 // However short the file was cut: no crash, no success, and what was complete is in.

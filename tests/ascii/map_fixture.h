@@ -70,9 +70,6 @@ class MapFixture : public AsciiFixture {
   }
   /// A layer with room for the cells and what lies around them.
   InfoLayer* mapLayer(short model) { return layer(model, "Mapa", {380000, 7290000, 480000, 7400000}); }
-  /// How to read the numbers of a file in that form.
-  static int unitsOf(short format) { return format == 2 ? 4 : format == 3 ? 5 : 0; }
-
   static void makeBorders(Vector& vector, const CellMap& map) {
     for (int row = 0; row <= map.rows; ++row) {
       for (int column = 0; column < map.columns; ++column) {

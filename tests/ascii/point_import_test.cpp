@@ -5,24 +5,6 @@ namespace kaldex::test {
 
 namespace {
 
-const QString kBad = "Arquivo INCONSISTENTE!";
-const QString kOldForm = "Dados de entrada no formato antigo (sem SEPARATOR). Continua ?";
-const QString kAddAll = "Classe não encontrada. Adiciona TODAS as classes não encontradas ?";
-const QString kNoClasses = "Categoria sem classes. Cria e continua ?";
-const QString kNoCategory = "Categoria objeto inexistente Cria e continua ?";
-
-QString objects(int associated, int not_, int already) {
-  return QString("Sumário:Classes/Objetos: associados=%1, não associados=%2, já estavam associados=%3")
-      .arg(associated)
-      .arg(not_)
-      .arg(already);
-}
-QString classes(int missing, int added) {
-  return QString("Sumário:Classes não encontradas=%1 e classes adicionadas=%2 e visual alterados=0 \n")
-      .arg(missing)
-      .arg(added);
-}
-
 class AsciiPoints : public AsciiFixture {
  protected:
   AsciiPoints() {
@@ -36,13 +18,9 @@ class AsciiPoints : public AsciiFixture {
     return handler(into)->ImportPoint2d(into->vector(vectorLines, true), project->projection());
   }
   InfoLayer* thematic(const QString& name, const QStringList& classNames) {
-    CategoryList fresh(List::Ownership::owns);
-    auto* const made = new Category(-1, "T" + name, THEMATICMODEL, "", 0, nullptr);
-    fresh.Append(made);
-    for (const QString& one : classNames) {
-      made->classes.Append(new GeoClass(-1, one, THEMATICMODEL, made->name, made->classes.Size() + 1, made));
-    }
-    EXPECT_NE(dataBase->storeCategories(fresh), 0);
+    Category* const made = category(THEMATICMODEL, "T" + name);
+    for (const QString& one : classNames) addClass(*made, one);
+    EXPECT_NE(dataBase->storeCategories(dataBase->categoryList()), 0);
     LayerDefinition definition;
     definition.name = name;
     definition.category = made;
@@ -68,18 +46,18 @@ TEST_F(AsciiPoints, ClassesInBothForms) {
     QStringList points;
   } cases[] = {
       {"POINT2D\nINFO\nSEPARATOR ;\nINFO_END\n1;2;Mata\n3 ; 4 ; mata\n5;6;Nenhuma\n7;8;NENHUMA\n9;9;\nEND\n",
-       kAddAll + "mata\n" + classes(1, 1) + objects(3, 2, 0),
+       kAddAll + "mata\n" + classesText(1, 1) + "\n" + boundText(3, 2),
        {"1 Mata", "3 mata", "5 -", "7 -", "9 mata"}},
       {"POINT2D\n1 2\nCLASS_NAME \"Mata\"\n3 4\n5 6\nCLASS Nova\n7 8\nNAME\n9 9\nEND",
-       kOldForm + "\n" + kAddAll + "Nova\n" + classes(1, 1) + objects(4, 1, 0),
+       kOldForm + "\n" + kAddAll + "Nova\n" + classesText(1, 1) + "\n" + boundText(4, 1),
        {"1 -", "3 Mata", "5 Mata", "7 Nova", "9 Nova"}},
       // A comma between digits is a decimal one where it doesn't part fields.
-      {"POINT2D\nINFO\nSEPARATOR ;\nINFO_END\n1,5;2;Mata\n-1;2;Mata\nEND", objects(1, 0, 0), {"1.5 Mata"}},
-      {"POINT2D\nINFO\nSEPARATOR ,\nINFO_END\n1,5,Mata\nEND", objects(1, 0, 0), {"1 Mata"}},
+      {"POINT2D\nINFO\nSEPARATOR ;\nINFO_END\n1,5;2;Mata\n-1;2;Mata\nEND", boundText(1, 0), {"1.5 Mata"}},
+      {"POINT2D\nINFO\nSEPARATOR ,\nINFO_END\n1,5,Mata\nEND", boundText(1, 0), {"1 Mata"}},
       {QByteArray("POINT2D\nINFO\nSEPARATOR ;\nINFO_END\n1;2;") + QByteArray(31, 'a') + "\xE9" + "b\nEND",
-       kAddAll + QString(31, 'a') + "é\n" + classes(1, 1) + objects(1, 0, 0),
+       kAddAll + QString(31, 'a') + "é\n" + classesText(1, 1) + "\n" + boundText(1, 0),
        {"1 " + QString(31, 'a') + "é"}},
-      {"POINT2D\nEND\n", objects(0, 0, 0), {}},
+      {"POINT2D\nEND\n", boundText(0, 0), {}},
   };
   int number = 0;
   for (const auto& one : cases) {
@@ -98,7 +76,7 @@ TEST_F(AsciiPoints, AnswersNo) {
   InfoLayer* const into = thematic("P", {"Mata"});
   const QByteArray head = "POINT2D\nINFO\nSEPARATOR ;\nINFO_END\n";
   EXPECT_EQ(import(into, head + "1;1;x\n2;2;y\n3;3;x\n4;4;Mata\nEND"), 1);
-  EXPECT_EQ(messages.take(), kAddAll + "x\n" + classes(3, 0) + objects(1, 3, 0));
+  EXPECT_EQ(messages.take(), kAddAll + "x\n" + classesText(3, 0) + "\n" + boundText(1, 3));
   EXPECT_EQ(into->category()->classes.Size(), 1);
   EXPECT_EQ(import(thematic("Q", {}), head + "1;1;x\nEND"), 0);
   EXPECT_EQ(messages.take(), kNoClasses);
@@ -120,10 +98,7 @@ TEST_F(AsciiPoints, ColoursOfTheHeader) {
 
 TEST_F(AsciiPoints, FailuresLeaveNothing) {
   const QByteArray head = "POINT2D\nINFO\nSEPARATOR ;\nINFO_END\n1;1;Nova\n";
-  const struct {
-    QByteArray rest;
-    QString shown;
-  } cases[] = {
+  const std::pair<QByteArray, QString> cases[] = {
       {"1;x;Mata\nEND", kBad + "1;x;Mata"},
       {"1;;Mata\nEND", kBad + "1;;Mata"},
       {"1 2\nEND", kBad + "1 2"},
@@ -137,11 +112,11 @@ TEST_F(AsciiPoints, FailuresLeaveNothing) {
       {"o;s;Mata\nEND", kBad + "o;s;Mata"},
   };
   InfoLayer* const into = thematic("P", {"Mata"});
-  for (const auto& one : cases) {
-    EXPECT_EQ(import(into, head + one.rest), 0) << one.rest.constData();
-    EXPECT_EQ(messages.take(), kAddAll + "Nova\n" + one.shown) << one.rest.constData();
-    EXPECT_EQ(into->vector(vectorLines)->point2dCount(), 0) << one.rest.constData();
-    EXPECT_EQ(into->category()->classes.Size(), 1) << one.rest.constData();
+  for (const auto& [rest, shown] : cases) {
+    EXPECT_EQ(import(into, head + rest), 0) << rest.constData();
+    EXPECT_EQ(messages.take(), kAddAll + "Nova\n" + shown) << rest.constData();
+    EXPECT_EQ(into->vector(vectorLines)->point2dCount(), 0) << rest.constData();
+    EXPECT_EQ(into->category()->classes.Size(), 1) << rest.constData();
   }
 }
 
@@ -151,12 +126,12 @@ TEST_F(AsciiPoints, GeographicRecords) {
                    "POINT2D\nINFO\nSEPARATOR ;\nINFO_END\no 45 30 10 ; s 23 10 5 ; Mata\n"
                    "S 23 10 5;W 45 30 10;Mata\nEND"),
             1);
-  EXPECT_EQ(messages.take(), objects(2, 0, 0));
+  EXPECT_EQ(messages.take(), boundText(2, 0));
   Vector& vector = *into->vector(vectorLines);
   const Point first = *vector.FirstPoint2d();
   EXPECT_TRUE(first == *vector.NextPoint2d());
   EXPECT_EQ(import(into, "POINT2D\nCLASS Mata\no 45 30 10 s 23 10 5\nEND"), 1);
-  EXPECT_EQ(messages.take(), kOldForm + "\n" + objects(1, 0, 0));
+  EXPECT_EQ(messages.take(), kOldForm + "\n" + boundText(1, 0));
 }
 
 TEST_F(AsciiPoints, PlacesOfObjects) {
@@ -166,7 +141,7 @@ TEST_F(AsciiPoints, PlacesOfObjects) {
       import(into, head + "1;1;p1;Poste 1;Postes\n2;2;p1;Poste 1;Postes\n1;1;p1;;\n1;1;p2\n3;3;Nenhuma\n"
                           "-5;1;fora;;\nEND"),
       1);
-  EXPECT_EQ(messages.take(), kNoCategory + "Postes\n" + objects(3, 1, 1));
+  EXPECT_EQ(messages.take(), kNoCategory + "Postes\n" + boundText(3, 1, 1));
   Vector& vector = *into->vector(vectorLines);
   EXPECT_EQ(vector.point2dCount(), 3);
   Category* const posts = dataBase->categoryList().Select("Postes");
@@ -188,7 +163,7 @@ TEST_F(AsciiPoints, PlacesOfObjects) {
       import(into,
              "POINT2D\nCATEGORY_OBJ Postes\nLABEL p1\n7 7\n8 8\n2 2\nLABEL p9\nNAME \"Novo\"\n9 9\nEND"),
       1);
-  EXPECT_EQ(messages.take(), kOldForm + "\n" + objects(3, 0, 1));
+  EXPECT_EQ(messages.take(), kOldForm + "\n" + boundText(3, 0, 1));
   const std::unique_ptr<Anchor> grown(vector.GetAnchor(anchor->id));
   EXPECT_EQ(grown->points.size(), 4u);
   EXPECT_EQ(vector.anchorCount(), 3);
@@ -207,7 +182,7 @@ TEST_F(AsciiPoints, ObjectsByTurns) {
   }
   for (const int associated : {60, 0}) {
     EXPECT_EQ(import(into, content + "END"), 1);
-    EXPECT_TRUE(messages.take().endsWith(objects(associated, 0, 60 - associated)));
+    EXPECT_TRUE(messages.take().endsWith(boundText(associated, 0, 60 - associated)));
   }
   Vector& vector = *into->vector(vectorLines);
   EXPECT_EQ(vector.anchorCount(), 6);
@@ -228,15 +203,6 @@ TEST_F(AsciiPoints, PlacesThatAreNone) {
   InfoLayer* const degrees = layer(CADASTRALMODEL, "G", {-180, -90, 180, 90}, project);
   EXPECT_EQ(import(degrees, "POINT2D\nINFO\nSEPARATOR ;\nINFO_END\nN 0 0 0;E 0 0 0;a;;X\nEND"), 0);
   EXPECT_EQ(messages.take(), kBad + "N 0 0 0;E 0 0 0;a;;X");
-}
-
-TEST_F(AsciiPoints, CategoryThatNobodyWants) {
-  messages.forget();
-  messages.answer(kNoCategory, false);
-  InfoLayer* const into = layer(CADASTRALMODEL, "Rede");
-  EXPECT_EQ(import(into, "POINT2D\nINFO\nSEPARATOR ;\nINFO_END\n1;1;a;;X\n2;2;b;;X\nEND"), 1);
-  EXPECT_EQ(messages.take(), kNoCategory + "X\n" + objects(0, 0, 0));
-  EXPECT_EQ(into->vector(vectorLines)->point2dCount(), 2);
 }
 
 TEST_F(AsciiPoints, OnlyItsSection) {

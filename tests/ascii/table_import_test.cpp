@@ -4,9 +4,6 @@ namespace kaldex::test {
 
 namespace {
 
-const QString kBad = "Arquivo INCONSISTENTE!";
-const QString kBadHeader = "Arquivo INCONSISTENTE. Falta de informação ou erro nos parâmetros da seção INFO!";
-const QString kSkip = "Arquivo INCONSISTENTE. Ignorar somente o item errado e continuar?";
 const QString kInsert = "Deseja inserir este(s) atributo(s)?";
 
 class AsciiTable : public AsciiFixture {
@@ -31,47 +28,14 @@ class AsciiTable : public AsciiFixture {
     SFieldList columns;
     if (dataBase->loadTableFields(columns, lots->attributeTable) == 0) return "-";
     QStringList rows;
-    KaldexObject object;
-    SCellList cells;
-    for (int walk = dataBase->firstObject(*lots, object); walk == objectFound;
-         walk = dataBase->nextObject(*lots, object)) {
-      dataBase->readObjectAttributes(columns, cells, lots->attributeTable, object.id);
-      QStringList values;
-      for (int i = 1; i < cells.Size(); ++i) values << cells.at(i)->value();
-      rows << object.label + "/" + object.name + ": " + values.join("|");
+    for (const KaldexObject& one : objectsOf(*lots)) {
+      rows << one.label + "/" + one.name + ": " + valuesOf(*lots, one);
     }
     return rows.join("\n");
-  }
-  QStringList columnNames() {
-    SFieldList columns;
-    dataBase->loadTableFields(columns, lots->attributeTable);
-    QStringList names;
-    for (const SField* column : columns) names << column->name;
-    return names;
-  }
-  int objectCount() {
-    KaldexObject object;
-    int count = 0;
-    for (int walk = dataBase->firstObject(*lots, object); walk == objectFound;
-         walk = dataBase->nextObject(*lots, object)) {
-      ++count;
-    }
-    return count;
   }
 
   Category* lots;
 };
-
-TEST_F(AsciiTable, ANameThatIsMissingIsAskedAbout) {
-  messages.answer(kSkip, false);
-  ASSERT_EQ(import(section("POP ; INTEGER\nVAL;REAL\nDIA ; DATA\nTXT ; TEXT ; 5 ; 0",
-                           "L1 ; Um ; 7 ; 1,5 ; 20010312 ; abcdefg\n// a comment ; x\nL2;;;;;\n")),
-            0);
-  // The second object's name is empty, which is asked about; without a name it would take the key.
-  EXPECT_EQ(messages.take(), kInsert + "\n" + kSkip + "T_NAME");
-  EXPECT_EQ(table(), "-");
-  EXPECT_EQ(objectCount(), 0);
-}
 
 TEST_F(AsciiTable, TakesValuesInTheirForms) {
   messages.answer(kSkip + "T_NAME", true);
@@ -108,7 +72,8 @@ TEST_F(AsciiTable, NamesThatTheSystemUsesAreChangedAndTold) {
       import(section("area;REAL\n1st;TEXT;3\na-b;TEXT;3\n(x;TEXT;3\nabcdefghijk;TEXT;3\nabcdefghijl;TEXT;3",
                      "L1;Um;1;a;b;c;d;e\n")),
       1);
-  EXPECT_EQ(columnNames(), QStringList({"GEOID", "area1", "X1st", "a_b", "Xx", "abcdefghij", "abcdefghi2"}));
+  EXPECT_EQ(columnsOf(lots->attributeTable).join(' '),
+            "GEOID:0:10:0 area1:1:17:8 X1st:3:3:0 a_b:3:3:0 Xx:3:3:0 abcdefghij:3:3:0 abcdefghi2:3:3:0");
   EXPECT_EQ(messages.take(), kInsert +
                                  "\nAtenção os seguintes atributos tiveram seus nomes modificados pois eram "
                                  "palavras reservadas do sistema! area para area1 ");
@@ -117,10 +82,7 @@ TEST_F(AsciiTable, NamesThatTheSystemUsesAreChangedAndTold) {
 
 TEST_F(AsciiTable, WhatIsWrongIsToldAndNothingStays) {
   const QByteArray columns = "P;INTEGER\nQ;TEXT;5";
-  const struct {
-    QByteArray content;
-    QString shown;
-  } cases[] = {
+  const std::pair<QByteArray, QString> cases[] = {
       {"LINES\nEND\n", ""},
       {"TABLE\nCATEGORY_OBJ Lotes\n", kBad + "END ???"},
       {"TABLE\nINFO\nSEPARATOR ;\nCATEGORY_NOSPATIAL Lotes\nINFO_END\nEND\n", kBadHeader + "CATEGORY_OBJ"},
@@ -139,11 +101,11 @@ TEST_F(AsciiTable, WhatIsWrongIsToldAndNothingStays) {
        kInsert + "\n" + kBad + "L1;Um;1;" + QString(237, 'a')},
   };
   messages.answer(kSkip, false);
-  for (const auto& one : cases) {
-    EXPECT_EQ(import(one.content), 0) << one.content.left(200).toStdString();
-    EXPECT_EQ(messages.take(), one.shown) << one.content.left(200).toStdString();
-    EXPECT_EQ(table(), "-") << one.content.left(200).toStdString();
-    EXPECT_EQ(objectCount(), 0);
+  for (const auto& [content, shown] : cases) {
+    EXPECT_EQ(import(content), 0) << content.left(200).toStdString();
+    EXPECT_EQ(messages.take(), shown) << content.left(200).toStdString();
+    EXPECT_EQ(table(), "-") << content.left(200).toStdString();
+    EXPECT_EQ(objectsOf(*lots).size(), 0u);
   }
 }
 
@@ -152,24 +114,6 @@ TEST_F(AsciiTable, ARowWithAWrongValueIsLeftOutWholeIfTheUserAgrees) {
   ASSERT_EQ(import(section("Q;TEXT;5\nP;INTEGER", "L1;Um;a;1\nL2;Dois;b;x\nL3;Tr\xeas;c;3\n")), 1);
   EXPECT_EQ(table(), "L1/Um: a|1\nL2/Dois: |\nL3/Três: c|3");
   EXPECT_EQ(report.leftOut["bad_value"], 1);
-}
-
-TEST_F(AsciiTable, AColumnThatTheTableLacksIsIgnoredIfTheUserAgrees) {
-  ASSERT_EQ(import(section("P;INTEGER", "L1;Um;1\n")), 1);
-  messages.take();
-  messages.answer(kSkip, true);
-  ASSERT_EQ(import(section("NOVA;TEXT;5\nP;INTEGER", "L1;Um;a;2\n")), 1);
-  EXPECT_EQ(messages.take(), "Não existe esse atributo na tabela!NOVA;TEXT;5\n" + kSkip + "NOVA;TEXT;5");
-  EXPECT_EQ(table(), "L1/Um: 2");
-}
-
-TEST_F(AsciiTable, AFailureInACallersTransactionTakesOnlyTheImportBack) {
-  ASSERT_EQ(import(section("P;INTEGER", "L1;Um;1\n")), 1);
-  messages.answer(kSkip, false);
-  DBTransactionBlock block(dataBase.get());
-  EXPECT_EQ(import(section("P;INTEGER", "L1;Um;2\nL2;Dois;3\nL3;Tr;x\n")), 0);
-  block.enableCommit();
-  EXPECT_EQ(table(), "L1/Um: 1");
 }
 
 TEST_F(AsciiTable, ProgressIsThatOfRowsAndCanBeStopped) {

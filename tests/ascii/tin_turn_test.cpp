@@ -41,16 +41,13 @@ TEST_F(AsciiTin, GeographicForms) {
   InfoLayer* const source = layer(DIGITALMODEL, "S");
   Tin tin;
   tin.assign({{500000, 7400000, 1}, {500100, 7400000, 2}}, {{{{0, 1}}}}, {});
-  const struct {
-    short format;
-    QByteArray start;
-  } cases[] = {{1, "\nEDGE \nO 45 0 0.00000   S "},
-               {2, "\nEDGE \n-45.00000000   -23."},
-               {3, "\nEDGE \n-162000.00000   -8"}};
-  for (const auto& one : cases) {
-    fileName = QString("f%1").arg(one.format);
-    EXPECT_EQ(handler(source, one.format)->ExportTIN(&tin), 1);
-    EXPECT_TRUE(records(read(fileName)).startsWith(one.start)) << records(read(fileName)).constData();
+  const std::pair<short, QByteArray> cases[] = {{1, "\nEDGE \nO 45 0 0.00000   S "},
+                                                {2, "\nEDGE \n-45.00000000   -23."},
+                                                {3, "\nEDGE \n-162000.00000   -8"}};
+  for (const auto& [format, start] : cases) {
+    fileName = QString("f%1").arg(format);
+    EXPECT_EQ(handler(source, format)->ExportTIN(&tin), 1);
+    EXPECT_TRUE(records(read(fileName)).startsWith(start)) << records(read(fileName)).constData();
   }
 }
 
@@ -149,18 +146,16 @@ TEST_F(AsciiTurns, FilesThatHoldNone) {
   EXPECT_TRUE(QFile::exists(path("file.txt")));
   const QByteArray head = "TURNS\nINFO\nINFO_END\n";
   const QByteArray bad = "O 45 0 0 S 23 0 0 O 45 0 0 S 23 0 0 O 45 0 0 S 99 0 0";
-  const struct {
-    QByteArray rest;
-    QString shown;
-  } cases[] = {{"END_TURNS\n", ""},
-               {"O 45 0 0 S 23 0 0 O 45 0 1 S 23 0 0 O 45 0 2 S 23 0 0 \nEND_TURNS", ""},
-               {"O  45 0 0 S 23 0 0 O 45 0 1 S 23 0 0 O 45 0 2 S 23 0 0 \n", ""},
-               {bad + " \n", "Falha na leitura do arquivo " + bad + " ."},
-               {bad, "Falha na leitura do arquivo " + bad + "."}};
-  for (const auto& one : cases) {
-    write("file.txt", head + one.rest);
-    EXPECT_EQ(handler(network_, 1)->ImportTurns(&vector_), 0) << one.rest.constData();
-    EXPECT_EQ(messages.take(), one.shown) << one.rest.constData();
+  const std::pair<QByteArray, QString> cases[] = {
+      {"END_TURNS\n", ""},
+      {"O 45 0 0 S 23 0 0 O 45 0 1 S 23 0 0 O 45 0 2 S 23 0 0 \nEND_TURNS", ""},
+      {"O  45 0 0 S 23 0 0 O 45 0 1 S 23 0 0 O 45 0 2 S 23 0 0 \n", ""},
+      {bad + " \n", "Falha na leitura do arquivo " + bad + " ."},
+      {bad, "Falha na leitura do arquivo " + bad + "."}};
+  for (const auto& [rest, shown] : cases) {
+    write("file.txt", head + rest);
+    EXPECT_EQ(handler(network_, 1)->ImportTurns(&vector_), 0) << rest.constData();
+    EXPECT_EQ(messages.take(), shown) << rest.constData();
     EXPECT_EQ(turns().size(), 1);
   }
 }

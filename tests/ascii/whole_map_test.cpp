@@ -5,10 +5,6 @@ namespace kaldex::test {
 
 namespace {
 
-const QString kSummary = "Sumário:Classes/Objetos: associados=%1, não associados=0, já estavam associados=0";
-const QString kClasses =
-    "Sumário:Classes não encontradas=%1 e classes adicionadas=%1 e visual alterados=%2 (THEMACLASS)";
-
 /// A map of classes: lines, polygons, label points, 2D points and texts, one section behind the other in one
 /// file.
 class ThematicMap : public MapFixture {
@@ -23,12 +19,10 @@ class ThematicMap : public MapFixture {
     from_ = mapLayer(THEMATICMODEL);
     Category& category = *from_->category();
     for (short i = 0; i < kClassCount; ++i) {
-      auto* const fresh =
-          new GeoClass(-1, QString("Floresta nº %1").arg(i), THEMATICMODEL, category.name, i + 1, &category);
+      GeoClass* const fresh = addClass(category, QString("Floresta nº %1").arg(i));
       fresh->visual.SetPolygonColor(i, 100, static_cast<short>(255 - i));
       fresh->visual.SetLineColor(0, i, 7);
       fresh->visual.SetPointColor(static_cast<short>(10 * i), 255, i);
-      category.classes.Append(fresh);
     }
     ASSERT_NE(dataBase->storeCategories(dataBase->categoryList()), 0);
     Vector& vector = *from_->vector(vectorLines, true);
@@ -60,10 +54,15 @@ class ThematicMap : public MapFixture {
     for (int i = 0; i < kTexts; ++i) {
       auto text = std::make_unique<EText>();
       text->Position(Point(400000.125 + 100 * i, 7300000.5 + 3 * i));
-      text->String(QString("Praça %1").arg(i));
+      text->String(QString("Praça %1, nº 3").arg(i));
       text->Own(i % 2 == 0 ? 1 : 0);
       text->Angle(static_cast<float>(i));
       text->Height(static_cast<float>(25 + i));
+      text->Thickness(5.0f);
+      text->FontName("Mono");
+      const Color color(10, 20, static_cast<short>(i));
+      text->SetColor(&color);
+      text->SetAlignment(1, 2);
       texts.Append(text.release());
     }
     ASSERT_NE(from_->makeText()->store(texts), 0);
@@ -88,14 +87,12 @@ class ThematicMap : public MapFixture {
     const auto in = handler(&layer, 0, unitsOf(format));
     ASSERT_EQ(in->ImportLines(vector, target), 1);
     makePolygons(*vector, kCells);
-    ASSERT_EQ(in->ImportLabelPoints(target, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
-              1);
+    ASSERT_EQ(importLabels(*in), 1);
     ASSERT_EQ(in->Classify(vector), 1);
-    EXPECT_EQ(messages.take(), "Categoria sem classes. Cria e continua ?\n" +
-                                   kClasses.arg(kClassCount).arg(0) + "\n" +
-                                   kSummary.arg(classified_ + kFreeLines));
+    EXPECT_EQ(messages.take(), kNoClasses + "\n" + classesText(kClassCount, kClassCount) + "(THEMACLASS)\n" +
+                                   boundText(classified_ + kFreeLines, 0));
     ASSERT_EQ(in->ImportPoint2d(vector, target), 1);
-    EXPECT_TRUE(messages.take().startsWith(kClasses.arg(0).arg(kClassCount)));
+    EXPECT_TRUE(messages.take().startsWith(classesText(0, 0, kClassCount) + "(THEMACLASS)"));
     EntitieList texts;
     layer.makeText();
     ASSERT_EQ(in->ImportText(&texts, target, nullptr), 1);
@@ -166,14 +163,14 @@ class CadastralMap : public MapFixture {
       const std::unique_ptr<Line> line(vector.GetLine(kCells.borders() + kCells.ponds() + 1 + i));
       Anchor anchor;
       ASSERT_EQ(anchor.InsertLine(nullptr, *line), 1);
-      place(vector, anchor);
+      place(anchor);
     }
     for (int id = 1; id <= kCells.polygons(); ++id) {
       if (id % 100 == 0) continue;  // nobody's
       Anchor anchor;
       claim(vector, anchor, id);
       if (id % 30 == 1) claim(vector, anchor, ++id);
-      place(vector, anchor);
+      place(anchor);
     }
     for (int i = 0; i < kPoints; ++i) {
       std::vector<double> xy;
@@ -183,26 +180,19 @@ class CadastralMap : public MapFixture {
       if (i % 10 == 0) continue;  // a place without object
       Anchor anchor;
       ASSERT_EQ(anchor.InsertPoint(point), 1);
-      place(vector, anchor);
+      place(anchor);
     }
     for (int i = 0; i < kBare; ++i) makeObject();
     dataBase->commit();
   }
   void makeTable() {
-    const struct {
-      const char* name;
-      FieldType type;
-      short size, decimals;
-    } columns[] = {{"MORADORES", fieldInteger, 10, 0}, {"VALOR", fieldReal, 17, 8},
-                   {"VISTORIA", fieldDate, 8, 0},      {"RUA", fieldText, 40, 0},
-                   {"ZONA", fieldText, 5, 0},          {"OBS", fieldText, 70, 0}};
-    SFieldList fields;
-    short place = 0;
-    for (const auto& one : columns) {
-      fields.Append(new SField(one.name, one.type, one.size, one.decimals, ++place, lots_->attributeTable));
-    }
+    const SFieldList fields = fieldList({{"MORADORES", fieldInteger, 10, 0},
+                                         {"VALOR", fieldReal, 17, 8},
+                                         {"VISTORIA", fieldDate, 8, 0},
+                                         {"RUA", fieldText, 40, 0},
+                                         {"ZONA", fieldText, 5, 0},
+                                         {"OBS", fieldText, 70, 0}});
     ASSERT_EQ(dataBase->createAttributeTable(*lots_, fields), 1);
-    ASSERT_EQ(dataBase->loadTableFields(columns_, lots_->attributeTable), 7);
   }
   static void claim(Vector& vector, Anchor& anchor, int id) {
     const std::unique_ptr<SPolygon> polygon(vector.GetPolygon(id));
@@ -211,27 +201,14 @@ class CadastralMap : public MapFixture {
   }
   KaldexObject makeObject() {
     const int i = ++objects_;
-    KaldexObject object;
     const QString name = i % 3 == 0 ? QString("Lote %1 - João").arg(i) : QString("Lote %1").arg(i);
-    EXPECT_NE(dataBase->createObject({lots_, name, QString("L-%1").arg(i, 5, 10, QLatin1Char('0')), STime()},
-                                     object),
-              0);
-    const QString values[] = {QString::number(i % 12),
-                              QString::number(i * 12.25),
-                              QString::number(20010101 + i % 28),
-                              QString("Rua %1, nº %2").arg(i % 40).arg(i),
-                              i % 2 == 0 ? "ZR1" : "",
-                              i % 5 == 0 ? "São João d'El Rei; não" : "x"};
-    SCellList cells;
-    EXPECT_NE(dataBase->readObjectAttributes(columns_, cells, lots_->attributeTable, object.id), 0);
-    for (int column = 1; column <= 6; ++column) cells.at(column)->ChangeCell(values[column - 1]);
-    EXPECT_NE(dataBase->writeObjectAttributes(columns_, cells, lots_->attributeTable, object.id), 0);
-    return object;
+    return newObject(lots_, QString("L-%1").arg(i, 5, 10, QLatin1Char('0')), name,
+                     {QString::number(i % 12), QString::number(i * 12.25), QString::number(20010101 + i % 28),
+                      QString("Rua %1, nº %2").arg(i % 40).arg(i), i % 2 == 0 ? "ZR1" : "",
+                      i % 5 == 0 ? "São João d'El Rei; não" : "x"});
   }
-  void place(Vector& vector, Anchor& anchor) {
-    const KaldexObject object = makeObject();
-    ASSERT_NE(vector.Insert(anchor), 0);
-    ASSERT_NE(dataBase->linkAnchor(*from_, anchor, object), 0);
+  void place(Anchor& anchor) {
+    link(*from_, anchor, makeObject());
     ++anchors_;
   }
   QByteArray exported(InfoLayer& layer, const QString& name) {
@@ -258,31 +235,24 @@ class CadastralMap : public MapFixture {
     EXPECT_EQ(messages.take(),
               "Categoria objeto inexistente Cria e continua ?Lotes\nDeseja inserir este(s) "
               "atributo(s)?");
-    ASSERT_EQ(in->ImportLabelPoints(target, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr),
-              1);
+    ASSERT_EQ(importLabels(*in), 1);
     ASSERT_EQ(in->ClassifyObj(vector), 1);
     const int pairs = (kCells.polygons() + 29) / 30;
-    EXPECT_EQ(messages.take(), kSummary.arg(anchors_ - (kPoints - kPoints / 10) + pairs));
+    EXPECT_EQ(messages.take(), boundText(anchors_ - (kPoints - kPoints / 10) + pairs, 0));
     ASSERT_EQ(in->ImportPoint2d(vector, target), 1);
-    EXPECT_EQ(messages.take().section('=', 0, 1),
-              kSummary.section('=', 0, 0) + QString("=%1, não associados").arg(kPoints - kPoints / 10));
+    EXPECT_EQ(messages.take().section('=', 0, 1), boundText(kPoints - kPoints / 10, 0).section('=', 0, 1));
     dataBase->commit();
   }
-  /// "label/name: values" of each object.
+  /// "label/name: values" of each object, and the names of the columns.
   QStringList objectsOf() {
     Category& lots = *dataBase->categoryList().Select("Lotes");
+    QStringList list;
+    for (const KaldexObject& one : HandlerFixture::objectsOf(lots)) {
+      list << one.label + "/" + one.name + ":" + valuesOf(lots, one);
+    }
     SFieldList columns;
     dataBase->loadTableFields(columns, lots.attributeTable);
-    QStringList list;
-    SCellList cells;
-    KaldexObject object;
-    for (int walk = dataBase->firstObject(lots, object); walk == objectFound;
-         walk = dataBase->nextObject(lots, object)) {
-      dataBase->readObjectAttributes(columns, cells, lots.attributeTable, object.id);
-      QString text = object.label + "/" + object.name + ":";
-      for (int i = 1; i < cells.Size(); ++i) text += columns.at(i)->name + "=" + cells.at(i)->value() + ";";
-      list << text;
-    }
+    for (const SField* const column : columns) list << column->name;
     return list;
   }
   /// Area and perimeter of each anchor, in the order of the anchors.
@@ -297,7 +267,6 @@ class CadastralMap : public MapFixture {
 
   InfoLayer* from_ = nullptr;
   Category* lots_ = nullptr;
-  SFieldList columns_;
   int objects_ = 0;
   int anchors_ = 0;
 };
@@ -308,17 +277,11 @@ TEST_F(CadastralMap, ComesBackWithObjectsAndAttributes) {
   const QByteArray first = exported(*from_, "first");
   const QStringList objects = objectsOf();
   const std::vector<double> areas = measuresOf(*from_);
-  std::vector<double> measures;
-  const QStringList polygons = polygonsOf(*from_, measures);
-  ASSERT_EQ(objects.size(), anchors_ + kBare);
-  ASSERT_EQ(polygons.size(), kCells.polygons());
+  ASSERT_EQ(objects.size(), anchors_ + kBare + 7);
   cross();
   InfoLayer* const into = mapLayer(CADASTRALMODEL);
   ASSERT_NO_FATAL_FAILURE(import(*into));
   EXPECT_TRUE(objectsOf() == objects);
-  std::vector<double> measuresBack;
-  EXPECT_TRUE(polygonsOf(*into, measuresBack) == polygons);
-  expectNear(measures, measuresBack, 0.0);
   expectNear(areas, measuresOf(*into), 1e-5);
   EXPECT_EQ(into->vector(vectorLines)->anchorCount(), anchors_);
   EXPECT_TRUE(exported(*into, "second") == first);
@@ -372,12 +335,7 @@ TEST_F(NetworkMap, ComesBackWithItsTurns) {
       ASSERT_NE(vector.Insert(node), 0);
       ASSERT_EQ(anchor.InsertPoint(node), 1);
     }
-    KaldexObject object;
-    ASSERT_NE(
-        dataBase->createObject({streets, QString("Rua %1").arg(i), QString("R%1").arg(i), STime()}, object),
-        0);
-    ASSERT_NE(vector.Insert(anchor), 0);
-    ASSERT_NE(dataBase->linkAnchor(*from, anchor, object), 0);
+    link(*from, anchor, newObject(streets, QString("R%1").arg(i), QString("Rua %1").arg(i)));
     if (i > 0) turns.Append(new Restriction(i + 1, i));
   }
   ASSERT_EQ(turns.Save(), 1);
@@ -390,11 +348,10 @@ TEST_F(NetworkMap, ComesBackWithItsTurns) {
   Vector* const back = into->vector(vectorLines, true);
   const auto in = handler(into);
   in->DataFile("first");
-  SProjection* const target = project->projection();
-  ASSERT_EQ(in->ImportLines(back, target), 1);
-  ASSERT_EQ(in->ImportLabelPoints(target, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr, nullptr), 1);
+  ASSERT_EQ(in->ImportLines(back, project->projection()), 1);
+  ASSERT_EQ(importLabels(*in), 1);
   ASSERT_EQ(in->ClassifyObj(back), 1);
-  EXPECT_TRUE(messages.take().endsWith(kSummary.arg(kStreets + kStreets / 5)));
+  EXPECT_TRUE(messages.take().endsWith(boundText(kStreets + kStreets / 5, 0)));
   in->DataFile("first.turns");
   ASSERT_EQ(in->ImportTurns(back), 1);
   EXPECT_EQ(turnsOf(*into).Size(), kStreets - 1);
@@ -408,12 +365,12 @@ class NumericMap : public MapFixture {
   static constexpr int kSamples = 100000;
   static constexpr int kLines = 300;
 
-  QByteArray exported(InfoLayer& layer, const QString& name) {
-    fileName = name;
-    EXPECT_EQ(handler(&layer)->ExportSample(layer.vector(vectorSamples)), 1);
-    EXPECT_EQ(handler(&layer)->ExportContourout(layer.vector(vectorContours)), 1);
+  QByteArray exported(InfoLayer& layer, const QString& name, short format) {
+    fileName = name + QString::number(format);
+    EXPECT_EQ(handler(&layer, format)->ExportSample(layer.vector(vectorSamples)), 1);
+    EXPECT_EQ(handler(&layer, format)->ExportContourout(layer.vector(vectorContours)), 1);
     EXPECT_EQ(messages.take(), "");
-    return read(name);
+    return read(fileName);
   }
   static std::vector<double> heightsOf(Vector& vector) {
     std::vector<double> heights;
@@ -435,7 +392,7 @@ class NumericMap : public MapFixture {
   }
 };
 
-TEST_F(NumericMap, ComesBackWithContoursAndBreakLines) {
+TEST_F(NumericMap, ComesBackInEveryFormOfCoordinates) {
   InfoLayer* const from = mapLayer(DIGITALMODEL);
   Vector& samples = *from->vector(vectorSamples, true);
   for (int i = 0; i < kSamples; ++i) {
@@ -455,22 +412,26 @@ TEST_F(NumericMap, ComesBackWithContoursAndBreakLines) {
     }
   }
   dataBase->commit();
-  openEmpty("empty");
-  const QByteArray first = exported(*from, "first");
-  cross();
-  InfoLayer* const into = mapLayer(DIGITALMODEL);
-  Vector* const back = into->vector(vectorSamples, true);
-  SProjection* const target = project->projection();
-  ASSERT_EQ(handler(into)->ImportSamples(back, target), 1);
-  ASSERT_EQ(handler(into)->ImportLines(back, target), 1);
-  ASSERT_EQ(handler(into)->ImportContourout(into->vector(vectorContours, true), target), 1);
-  EXPECT_EQ(messages.take(), "");
-  dataBase->commit();
-  EXPECT_TRUE(heightsOf(*back) == heightsOf(samples));
-  EXPECT_TRUE(linesOf(*back) == linesOf(samples));
-  EXPECT_TRUE(linesOf(*into->vector(vectorContours)) == linesOf(*from->vector(vectorContours)));
-  EXPECT_TRUE(exported(*into, "second") == first);
-  EXPECT_EQ(dataBase->check(), QStringList());
+  for (const short format : {0, 1, 2, 3}) {
+    openEmpty(QString("empty%1").arg(format));
+    const QByteArray first = exported(*from, "first", format);
+    cross();
+    InfoLayer* const into = mapLayer(DIGITALMODEL);
+    Vector* const back = into->vector(vectorSamples, true);
+    SProjection* const target = project->projection();
+    const auto in = handler(into, 0, unitsOf(format));
+    ASSERT_EQ(in->ImportSamples(back, target), 1);
+    ASSERT_EQ(in->ImportLines(back, target), 1);
+    ASSERT_EQ(in->ImportContourout(into->vector(vectorContours, true), target), 1);
+    EXPECT_EQ(messages.take(), "");
+    dataBase->commit();
+    EXPECT_TRUE(heightsOf(*back) == heightsOf(samples)) << format;
+    EXPECT_TRUE(linesOf(*back) == linesOf(samples)) << format;
+    EXPECT_TRUE(linesOf(*into->vector(vectorContours)) == linesOf(*from->vector(vectorContours))) << format;
+    EXPECT_TRUE(exported(*into, "second", format) == first) << format;
+    EXPECT_EQ(dataBase->check(), QStringList());
+    cross();
+  }
 }
 
 }  // namespace

@@ -185,21 +185,6 @@ TEST(NumberText, ReadsPrefixesAsStrtodAndStrtolDo) {
   }
 }
 
-TEST(NumberText, PrintedValuesComeBack) {
-  Numbers numbers;
-  for (int i = 0; i < 50000; ++i) {
-    const double value = numbers.next();
-    if (std::isnan(value)) continue;
-    const std::string text = general(value, 17);
-    double back = 0;
-    float narrow = 0;
-    ASSERT_TRUE(TextScan(text).read(back) && TextScan(text).read(narrow));
-    ASSERT_EQ(value, back) << text;
-    const NumericLocaleGuard guard;
-    ASSERT_EQ(std::strtof(text.c_str(), nullptr), narrow) << text;
-  }
-}
-
 TEST(NumberText, FewerTargetsReadFewerNumbers) {
   double x = 0, y = 0;
   EXPECT_EQ(kaldex::scanReals("1 2 3", &x), 1);

@@ -35,23 +35,20 @@ TEST(Latin1, KnowsValidUtf8) {
 }
 
 TEST(TextEncoding, UnderstandsTheFormsOfNames) {
-  struct Case {
-    const char* name;
-    const char* told;
-  };
-  const Case cases[] = {{"UTF-8", "UTF-8|utf8\r\n|\xEF\xBB\xBFUTF-8|65001|\"UTF_8\""},
-                        {"windows-1252", "1252|ANSI|cp1252|Windows 1252|LDID/87"},
-                        {"windows-1251", "ANSI 1251|1251\nsecond line"},
-                        {"ISO-8859-1", "ISO-8859-1|88591|latin1|28591|ISO 88591"},
-                        {"ISO-8859-15", "8859_15|885915"},
-                        {"IBM850", "OEM 850|850|IBM850|CP850"},
-                        {"IBM860", "LDID/36"},
-                        {"Shift_JIS", "932|Shift_JIS"},
-                        {"KOI8-R", "koi8-r|20866"},
-                        {"", "klingon||\n|99999|ANSI 99999|LDID/300|UTF-16|037|1"}};
-  for (const Case& c : cases) {
-    for (const QByteArray& told : QByteArray(c.told).split('|')) {
-      EXPECT_EQ(kaldex::encodingName(told), QByteArray(c.name)) << told.constData();
+  const std::pair<const char*, const char*> cases[] = {
+      {"UTF-8", "UTF-8|utf8\r\n|\xEF\xBB\xBFUTF-8|65001|\"UTF_8\""},
+      {"windows-1252", "1252|ANSI|cp1252|Windows 1252|LDID/87"},
+      {"windows-1251", "ANSI 1251|1251\nsecond line"},
+      {"ISO-8859-1", "ISO-8859-1|88591|latin1|28591|ISO 88591"},
+      {"ISO-8859-15", "8859_15|885915"},
+      {"IBM850", "OEM 850|850|IBM850|CP850"},
+      {"IBM860", "LDID/36"},
+      {"Shift_JIS", "932|Shift_JIS"},
+      {"KOI8-R", "koi8-r|20866"},
+      {"", "klingon||\n|99999|ANSI 99999|LDID/300|UTF-16|037|1"}};
+  for (const auto& [name, forms] : cases) {
+    for (const QByteArray& told : QByteArray(forms).split('|')) {
+      EXPECT_EQ(kaldex::encodingName(told), QByteArray(name)) << told.constData();
     }
   }
 }

@@ -1,26 +1,14 @@
 #ifndef KALDEX_TESTS_CLI_FIXTURE_H
 #define KALDEX_TESTS_CLI_FIXTURE_H
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
-#include <QTemporaryDir>
-#include <ostream>
 
 #include "shapefile/byte_maker.h"
 #include "support/dbf_maker.h"
-
-inline void PrintTo(const QString& text, std::ostream* stream) {
-  *stream << '"' << text.toStdString() << '"';
-}
-inline void PrintTo(const QByteArray& text, std::ostream* stream) {
-  *stream << '"' << text.toStdString() << '"';
-}
+#include "support/folder_fixture.h"
 
 namespace kaldex::test {
 
@@ -34,10 +22,10 @@ struct Outcome {
 };
 
 /// A folder with an empty database "base.gpkg", in which the command is run.
-class CliTest : public ::testing::Test {
+class CliTest : public FolderFixture {
  protected:
   CliTest() {
-    QDir(folder_.path()).mkdir("tmp");
+    QDir(folder()).mkdir("tmp");
     EXPECT_EQ(run({"init", "base.gpkg", "--quiet"}).code, 0);
   }
   ~CliTest() override {
@@ -46,7 +34,7 @@ class CliTest : public ::testing::Test {
   }
 
   void start(QProcess& process, const QStringList& words) const {
-    process.setWorkingDirectory(folder_.path());
+    process.setWorkingDirectory(folder());
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("TMPDIR", path("tmp"));
     // Only sanitized builds look at this.
@@ -93,55 +81,23 @@ class CliTest : public ::testing::Test {
   }
   bool isEmpty() const { return runJson({"info", "base.gpkg"}).json()["projects"].toArray().isEmpty(); }
 
-  QString path(const QString& name) const { return folder_.filePath(name); }
   QStringList entries(const QString& folder = ".") const {
     return QDir(path(folder)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDir::Name);
   }
-  void write(const QString& name, const QByteArray& content) const {
-    QFile file(path(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
-    ASSERT_EQ(file.write(content), content.size());
-  }
-  QByteArray read(const QString& name) const {
-    QFile file(path(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
-
   /// "lots.shp" with its table: two squares, the second with a hole.
   void writeParcels() const {
-    ByteMaker shp;
-    shp.header(50 + 2 * 68 + 4 + 42, 5, {0, 0, 50, 30});
-    square(shp, 1, {{0, 0, 10}});
-    square(shp, 2, {{20, 0, 30}, {25, 2, -5}});
-    write("lots.shp", shp);
+    std::vector<double> rings = square(20, 0, 30, true);
+    const std::vector<double> hole = square(25, 2, 5);
+    rings.insert(rings.end(), hole.begin(), hole.end());
+    const std::vector<QByteArray> contents = {arcContent(5, {0, 0, 10, 10}, {0}, square(0, 0, 10, true)),
+                                              arcContent(5, {20, 0, 50, 30}, {0, 5}, rings)};
+    write("lots.shp", ExpectedShapes(5, {0, 0, 50, 30}, contents).shp);
     DbfMaker dbf({{"OWNER", 'C', 12}, {"PRICE", 'N', 10, 2}});
     dbf.row({"Ana", "12.50"}).row({"Jo\xE3o", "7.00"});
     write("lots.dbf", dbf.bytes());
   }
 
   static constexpr char kTwoLines[] = "LINES\n0 0\n10 5\n20 0\nEND\n1 1\n2 2\nEND\nEND\n";
-
- private:
-  struct Ring {
-    double x, y, side;  ///< a negative side is that of a hole
-  };
-  static void square(ByteMaker& shp, int number, const std::vector<Ring>& rings) {
-    const int parts = static_cast<int>(rings.size());
-    shp.big({number, (44 + 4 * parts + 80 * parts) / 2}).little({5});
-    const Ring& outer = rings.front();
-    shp.reals({outer.x, outer.y, outer.x + outer.side, outer.y + outer.side}).little({parts, 5 * parts});
-    for (int part = 0; part < parts; ++part) shp.little({5 * part});
-    for (const Ring& ring : rings) {
-      const double x = ring.x, y = ring.y, side = ring.side;
-      if (side < 0) {
-        shp.reals({x, y, x - side, y, x - side, y - side, x, y - side, x, y});
-      } else {
-        shp.reals({x, y, x, y + side, x + side, y + side, x + side, y, x, y});
-      }
-    }
-  }
-
-  QTemporaryDir folder_;
 };
 
 }  // namespace kaldex::test

@@ -38,48 +38,28 @@ class CommandLineTest : public CliTest {
 
 TEST_F(CommandLineTest, WrongUseIsTwoAndChangesNothing) {
   write("in.kdx", kTwoLines);
-  const QStringList import{"import", "ascii", "lines", "in.kdx", "base.gpkg", "p/l"};
-  const QList<QStringList> wrong = {
-      {},
-      {"fetch"},
-      {"import"},
-      {"import", "ascii", "lines", "in.kdx", "base.gpkg"},
-      {"import", "ascii", "lines", "in.kdx", "base.gpkg", "p"},
-      {"import", "ascii", "lines", "in.kdx", "base.gpkg", "p/"},
-      {"import", "dgn", "lines", "in.kdx", "base.gpkg", "p/l"},
-      {"import", "ascii", "clouds", "in.kdx", "base.gpkg", "p/l"},
-      {"export", "shapefile", "lines", "base.gpkg", "p/l", "o.shp", "--append"},
-      {"export", "ascii", "lines", "base.gpkg", "p/l", "o.kdx", "--append", "--overwrite"},
-      {"export", "ascii", "lines", "base.gpkg", "p/l", "o.kdx", "--by", "object"},
-      {"draw", "base.gpkg", "p", "o.png", "--size", "10"},
-      {"draw", "base.gpkg", "p", ""},
-      {"init", ""},
-      import + QStringList{"--box", "1,2,3"},
-      import + QStringList{"--box", "1,2,3,x"},
-      import + QStringList{"--box", "9,9,1,1"},
-      import + QStringList{"--scale", "0"},
-      import + QStringList{"--units", "parsec"},
-      import + QStringList{"--coords", "polar"},
-      import + QStringList{"--separator", ";;"},
-      import + QStringList{"--separator", "€"},
-      import + QStringList{"--types", "a=number"},
-      import + QStringList{"--types", "a=real:5"},
-      import + QStringList{"--types", "=text"},
-      import + QStringList{"--model", "nonspatial"},
-      {"import", "csv", "table", "in.kdx", "base.gpkg", ""},
-      {"import", "csv", "lines", "in.kdx", "base.gpkg", "p/l"},
-      {"export", "csv", "table", "base.gpkg", "p", "o.csv"},
-      {"classify", "shapefile", "in.shp", "base.gpkg", "p/l"},
-      {"classify", "ascii", "in.kdx", "base.gpkg", "p"},
-      {"triangulate", "base.gpkg", "p"},
-      import + QStringList{"--model", "fashion"},
-      import + QStringList{"--encoding", "klingon"},
-      import + QStringList{"--lang", "fr"},
-      import + QStringList{"--yes", "--no"},
-      import + QStringList{"--answer", "maybe"},
-      import + QStringList{"--answer", "=yes"},
-      import + QStringList{"--unknown"},
-  };
+  QList<QStringList> wrong = {{},
+                              {"draw", "base.gpkg", "p", ""},
+                              {"init", ""},
+                              {"import", "csv", "table", "in.kdx", "base.gpkg", ""}};
+  for (const QString words :
+       {"fetch", "import", "import ascii lines in.kdx base.gpkg", "import ascii lines in.kdx base.gpkg p",
+        "import ascii lines in.kdx base.gpkg p/", "import dgn lines in.kdx base.gpkg p/l",
+        "import ascii clouds in.kdx base.gpkg p/l", "import csv lines in.kdx base.gpkg p/l",
+        "export shapefile lines base.gpkg p/l o.shp --append",
+        "export ascii lines base.gpkg p/l o.kdx --append --overwrite",
+        "export ascii lines base.gpkg p/l o.kdx --by object", "export csv table base.gpkg p o.csv",
+        "draw base.gpkg p o.png --size 10", "classify shapefile in.shp base.gpkg p/l",
+        "classify ascii in.kdx base.gpkg p", "triangulate base.gpkg p"}) {
+    wrong << words.split(' ');
+  }
+  for (const QString options :
+       {"--box 1,2,3", "--box 1,2,3,x", "--box 9,9,1,1", "--scale 0", "--units parsec", "--coords polar",
+        "--separator ;;", "--separator €", "--types a=number", "--types a=real:5", "--types =text",
+        "--model nonspatial", "--model fashion", "--encoding klingon", "--lang fr", "--yes --no",
+        "--answer maybe", "--answer =yes", "--unknown"}) {
+    wrong << QStringList{"import", "ascii", "lines", "in.kdx", "base.gpkg", "p/l"} + options.split(' ');
+  }
   for (const QStringList& words : wrong) {
     const Outcome done = run(words);
     EXPECT_EQ(done.code, 2) << words.join(' ').toStdString();

@@ -129,15 +129,10 @@ TEST_F(CsvTest, FilesThatAreNotPlain) {
       {"long", "a;b\n1;2;3\n", "in.csv:2:", 1, 1, nullptr},
       {"quoted separator", "a;b\n\"x;y\";2\n", "in.csv:2:3:", 1, 0, "; x y ; 2"},
       {"quoted line end", "a;b\n\"x\ny\";2\n", "in.csv:2:1:", 1, 0, "; x y ; 2"},
-      {"open quote", "a;b\n\"x;2\n3;4\n", "in.csv:2:1:", 1, 1, nullptr},
       {"quotes", "a;b\n\"x\";2\n", "--quoted", 0, 0, "; x ; 2"},
       {"decimal comma", "a;b\n1,5;2\n", "in.csv:2:2:", 1, 0, "; 1.5 ; 2"},
       {"zero byte", QByteArray("a;b\n1\0x;2\n", 10), "in.csv:2:2:", 1, 0, "; 1 x ; 2"},
-      {"repeated name", "columns_a;columns_b\n1;2\n", "", 0, 0, "; 1 ; 2"},
-      {"mark",
-       "\xEF\xBB\xBF"
-       "a;b\n1;2\n",
-       " 1, ", 0, 0, "; 1 ; 2"},
+      {"mark", "\357\273\277a;b\n1;2\n", " 1, ", 0, 0, "; 1 ; 2"},
       {"wide", wide, " 1, ", 0, 0, "; 1 ; 2"},
       {"carriage returns", "a;b\r\n1;2\r\n", " 1, ", 0, 0, "; 1 ; 2"},
   };

@@ -1,5 +1,4 @@
 #include <QElapsedTimer>
-#include <QThread>
 #include <csignal>
 
 #include "cli/cli_fixture.h"
@@ -144,29 +143,14 @@ TEST_F(ImportTest, SectionsThatStayBehindAreTold) {
 }
 
 TEST_F(ImportTest, TextsAreBroughtIntoFormUnlessStrict) {
-  const QByteArray plain = "//a\xE7\xE3o\nLINES\n0 0\n10 5\nEND\nEND\n";
-  QByteArray wide("\xFF\xFE", 2);
-  for (const char c : plain) wide.append(c).append('\0');
-  const std::vector<std::pair<const char*, QByteArray>> forms = {
-      {"plain", plain},
-      {"dos", QByteArray(plain).replace("\n", "\r\n")},
-      {"mac", QByteArray(plain).replace("\n", "\r")},
-      {"mark", "\xEF\xBB\xBF" + QString::fromLatin1(plain).toUtf8()},
-      {"wide", wide},
-      {"end", plain.left(plain.size() - 1)},
-  };
-  for (const auto& [name, text] : forms) {
-    write("in.kdx", text);
-    const QString place = QString("p/%1").arg(name);
-    const Outcome done = runJson({"import", "ascii", "lines", "in.kdx", "base.gpkg", place});
-    EXPECT_EQ(count(place, "lines"), 1) << name;
-    // Told, in addition to what was made in the database.
-    const bool asItIs = text == plain || QByteArray(name) == "end";
-    EXPECT_EQ(texts(done.json()["notes"]).filter("Prepar").isEmpty(), asItIs)
-        << name << done.out.toStdString();
-  }
-  write("in.kdx", forms[1].second);
-  EXPECT_EQ(run({"import", "ascii", "lines", "in.kdx", "base.gpkg", "p/strict", "--strict"}).code, 1);
+  const QByteArray dos = "//a\xE7\xE3o\r\nLINES\r\n0 0\r\n10 5\r\nEND\r\nEND\r\n";
+  importAscii(dos, {"--strict"}, 1);
+  EXPECT_TRUE(isEmpty());
+  // Told, in addition to what was made in the database.
+  EXPECT_FALSE(texts(importAscii(dos).json()["notes"]).filter("Prepar").isEmpty());
+  const Outcome plain = importAscii(QByteArray(dos).replace("\r", ""));
+  EXPECT_TRUE(texts(plain.json()["notes"]).filter("Prepar").isEmpty()) << plain.out.toStdString();
+  EXPECT_EQ(count("p/l", "lines"), 2);
 }
 
 TEST_F(ImportTest, AnInterruptionTakesEverythingBack) {

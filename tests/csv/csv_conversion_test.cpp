@@ -1,5 +1,3 @@
-#include <QDir>
-
 #include "csv/csv_fixture.h"
 
 namespace kaldex::test {

@@ -1,11 +1,8 @@
 #ifndef KALDEX_TESTS_CSV_FIXTURE_H
 #define KALDEX_TESTS_CSV_FIXTURE_H
 
-#include <memory>
-
 #include "kaldex/ascii.h"
-#include "kaldex/job_report.h"
-#include "support/model_fixture.h"
+#include "support/handler_fixture.h"
 
 namespace kaldex::test {
 
@@ -17,18 +14,12 @@ class OpenTable : public IEAsc {
 };
 
 /// Delimited files in the fixture's folder, and a category of objects.
-class CsvFixture : public ModelFixture {
+class CsvFixture : public HandlerFixture {
  protected:
-  CsvFixture() : reporting_(report) {}
-
   std::unique_ptr<OpenTable> handlerFor(const QString& name, const QByteArray& content,
                                         const char* separator = ";") {
     write(name, content);
-    auto made = std::make_unique<OpenTable>();
-    EXPECT_EQ(made->Init(folder(), 0, name, project, nullptr, dataBase.get(), nullptr, 0, separator, nullptr,
-                         nullptr),
-              1);
-    return made;
+    return open<OpenTable>(name, nullptr, 0, 0, nullptr, separator);
   }
   /// Columns as "name:type", with the type's number.
   static SFieldList columns(const QStringList& names) {
@@ -44,19 +35,6 @@ class CsvFixture : public ModelFixture {
     for (const SField* column : list) names << column->name;
     return names;
   }
-  QStringList columnsOf(const QString& table) {
-    SFieldList list;
-    dataBase->loadTableFields(list, table);
-    QStringList shapes;
-    for (const SField* column : list) {
-      shapes << QString("%1:%2:%3:%4")
-                    .arg(column->name)
-                    .arg(column->type)
-                    .arg(column->size)
-                    .arg(column->decimals);
-    }
-    return shapes;
-  }
   /// All values, "|" between them, a row a line.
   QString rowsOf(const QString& table) {
     QStringList rows;
@@ -69,12 +47,7 @@ class CsvFixture : public ModelFixture {
     return rows.join("\n");
   }
 
-  const QString kBad = "Arquivo INCONSISTENTE!";
   const QString kSkip = "Arquivo INCONSISTENTE. Ignorar somente o item errado e continuar?";
-  JobReport report;
-
- private:
-  JobReportScope reporting_;
 };
 
 }  // namespace kaldex::test

@@ -46,10 +46,7 @@ TEST_F(CsvSurveyed, TellsWhatATableCantCarry) {
     QString found;
   } cases[] = {
       {"a;b\n1;2\n\n// ;;;\n  3;4", {}, ""},
-      {"\xef\xbb\xbf"
-       "a;b\n1;2\n",
-       {},
-       "0 1:1"},
+      {"\357\273\277a;b\n1;2\n", {}, "0 1:1"},
       {QByteArray("\xff\xfe"
                   "a\0",
                   4),

@@ -14,13 +14,7 @@ class CsvUpdate : public CsvFixture {
     SFieldList fields = columns({"pop:0", "nota"});
     fields.at(1)->size = 5;
     EXPECT_EQ(dataBase->createAttributeTable(*lots, fields), 1);
-    for (const char* label : {"L1", "L2"}) {
-      ObjectDefinition definition;
-      definition.category = lots;
-      definition.name = definition.label = label;
-      KaldexObject object;
-      EXPECT_EQ(dataBase->createObject(definition, object), 1);
-    }
+    for (const char* label : {"L1", "L2"}) newObject(lots, label, label);
   }
   QString rows() { return rowsOf(lots->attributeTable); }
 

@@ -1,12 +1,9 @@
 #ifndef KALDEX_TESTS_DXF_FIXTURE_H
 #define KALDEX_TESTS_DXF_FIXTURE_H
 
-#include <memory>
-
 #include "kaldex/dxf.h"
-#include "kaldex/job_report.h"
 #include "kaldex/model/text.h"
-#include "support/model_fixture.h"
+#include "support/handler_fixture.h"
 
 namespace kaldex::test {
 
@@ -35,29 +32,26 @@ class OpenDxf : public IEDXF {
   using IEDXF::line;
 };
 
-/// Handlers on the file "in.dxf" of the fixture's folder; what they do is reported.
-class DxfFixture : public ModelFixture {
+/// Handlers on the file "in.dxf" of the fixture's folder.
+class DxfFixture : public HandlerFixture {
  protected:
-  DxfFixture() : reporting_(report) {}
-
   std::unique_ptr<OpenDxf> handler(InfoLayer* layer, short coordFormat = 0, int units = 0) {
-    auto made = std::make_unique<OpenDxf>();
-    EXPECT_EQ(made->Init(folder(), units, "in.dxf", project, layer, dataBase.get(), project->projection(),
-                         coordFormat, nullptr, nullptr, nullptr),
-              1);
-    return made;
+    return open<OpenDxf>("in.dxf", layer, coordFormat, units);
+  }
+  /// A new layer, which lines are taken into.
+  void makeLayer(short model, short kind, const Box& box = {0, 0, 1e7, 1e8}) {
+    into = layer(model, QString("layer %1").arg(++made_), box);
+    vector = into->vector(kind, true);
   }
   /// Import the drawing's lines into a new layer of its own: the result.
   int importLines(const QByteArray& content, const Box& box = {0, 0, 1e7, 1e8}) {
     write("in.dxf", content);
-    into = layer(THEMATICMODEL, QString("layer %1").arg(++made_), box);
-    vector = into->vector(vectorLines, true);
+    makeLayer(THEMATICMODEL, vectorLines, box);
     return handler(into)->ImportLines(vector, project->projection());
   }
   int importSamples(const QByteArray& content, short kind = vectorSamples) {
     write("in.dxf", content);
-    into = layer(DIGITALMODEL, QString("layer %1").arg(++made_));
-    vector = into->vector(kind, true);
+    makeLayer(DIGITALMODEL, kind);
     return handler(into)->ImportSamples(vector, project->projection());
   }
   /// "0,0 1,1; 2,2 3,3": the vector's lines.
@@ -78,12 +72,10 @@ class DxfFixture : public ModelFixture {
     return all.join(' ');
   }
 
-  JobReport report;
   InfoLayer* into = nullptr;
   Vector* vector = nullptr;
 
  private:
-  JobReportScope reporting_;
   int made_ = 0;
 };
 

@@ -34,16 +34,10 @@ class DxfExport : public DxfFixture {
     dxf->SetLayerName("base");
     return dxf;
   }
-  void makeLayer(short model, short kind) {
-    into = layer(model, QString("out %1").arg(++made_), {0, 0, 500, 800});
-    vector = into->vector(kind, true);
-  }
+  void makeLayer(short model, short kind) { DxfFixture::makeLayer(model, kind, {0, 0, 500, 800}); }
   QByteArray written() const { return read("in.dxf"); }
 
   const QByteArray plain = head("    1", layerRecord("base"));
-
- private:
-  int made_ = 0;
 };
 
 TEST_F(DxfExport, LinesAreAppended) {
@@ -65,15 +59,13 @@ TEST_F(DxfExport, LinesAreAppended) {
 
 TEST_F(DxfExport, NamesOfLayers) {
   makeLayer(THEMATICMODEL, vectorLines);
-  const struct {
-    const char* asked;
-    QByteArray written;
-  } cases[] = {{" ", "0"}, {"\xC1gua Limpa", "\xC1guaLimpa"}, {"a:b", "a_b"}, {"ok", "ok"}, {nullptr, "0"}};
-  for (const auto& one : cases) {
+  const std::pair<const char*, QByteArray> cases[] = {
+      {" ", "0"}, {"\xC1gua Limpa", "\xC1guaLimpa"}, {"a:b", "a_b"}, {"ok", "ok"}, {nullptr, "0"}};
+  for (const auto& [asked, name] : cases) {
     const auto dxf = exporter();
-    dxf->SetLayerName(one.asked);
+    dxf->SetLayerName(asked);
     EXPECT_EQ(dxf->ExportPoints(vector, nullptr, 0), 1);
-    EXPECT_EQ(written(), head("    1", layerRecord(one.written)) + kEnd);
+    EXPECT_EQ(written(), head("    1", layerRecord(name)) + kEnd);
   }
   ASSERT_EQ(report.renamed.size(), 3);
   EXPECT_EQ(report.renamed[2], qMakePair(QString("a:b"), QString("a_b")));
@@ -93,9 +85,7 @@ TEST_F(DxfExport, PolygonsWithLooseLines) {
 TEST_F(DxfExport, OnlyUsedClasses) {
   makeLayer(THEMATICMODEL, vectorLines);
   Category* const category = into->category();
-  for (const int id : {1, 2})
-    category->classes.Append(
-        new GeoClass(id, QString("class %1").arg(id), THEMATICMODEL, category->name, id, category));
+  for (const int id : {1, 2}) addClass(*category, QString("class %1").arg(id), id);
   ASSERT_EQ(dataBase->storeCategories(dataBase->categoryList()), 1);
   insertLine(*vector, {1, 1, 2, 2}, linePlain, 1)->Free(1);
   insertLine(*vector, {3, 3, 4, 4}, linePlain, 77)->Free(1);
@@ -103,21 +93,15 @@ TEST_F(DxfExport, OnlyUsedClasses) {
   Point2d point(7, 7);
   point.classId = 77;
   vector->Insert(point);
-  SPolygon* const father = insertPolygon(*vector, {20, 20, 20, 30, 30, 30, 20, 20}, 2);
-  SPolygon* const son = insertPolygon(*vector, {22, 24, 22, 26, 23, 26, 22, 24}, 77);
-  father->AppendSon(son, 1);
-  father->changed = son->changed = stateChanged;
-  son->Free();
-  father->Free();
   vector->flush();
   EXPECT_EQ(exporter()->ExportLines(vector, 1), 1);
-  EXPECT_EQ(written().count("POLYLINE"), 3);
+  EXPECT_EQ(written().count("POLYLINE"), 2);
   EXPECT_FALSE(written().contains("3.000"));
   EXPECT_EQ(report.read["lines"], report.written["lines"] + report.leftOut["class_filter"]);
   report.leftOut.clear();
   EXPECT_EQ(exporter()->ExportPolygons(vector, 1), 1);
-  EXPECT_EQ(written().count("POLYLINE"), 4);  // the son as the border of its father, and the loose line
-  EXPECT_EQ(report.written["polygons"], 3);
+  EXPECT_EQ(written().count("POLYLINE"), 2);
+  EXPECT_EQ(report.written["polygons"], 1);
   EXPECT_EQ(report.leftOut["class_filter"], 1);
   EXPECT_EQ(exporter()->ExportPoints(vector, category, 1), 1);
   EXPECT_EQ(written(), plain + kEnd);
@@ -154,16 +138,13 @@ TEST_F(DxfExport, FormsOfCoordinates) {
   Point place(300000, 7400000);
   ASSERT_TRUE(project->projection()->planeToGeographic(place));
   const double degrees = Math_Rad_To_Deg(place.x);
-  const struct {
-    short form;
-    QByteArray x;
-  } cases[] = {{1, QByteArray::number(degrees, 'f', 8)},
-               {2, QByteArray::number(degrees, 'f', 8)},
-               {3, QByteArray::number(degrees * 3600, 'f', 5)}};
-  for (const auto& one : cases) {
-    EXPECT_EQ(exporter(one.form)->ExportPolygons(vector, 0), 1);
-    EXPECT_TRUE(written().contains("VERTEX\n  8\nbase\n 10\n" + one.x + "\n")) << one.x.toStdString();
-    EXPECT_EQ(written().contains(one.form == 3 ? "$EXTMIN\n 10\n-1" : "$EXTMIN\n 10\n-4"), true);
+  const std::pair<short, QByteArray> cases[] = {{1, QByteArray::number(degrees, 'f', 8)},
+                                                {2, QByteArray::number(degrees, 'f', 8)},
+                                                {3, QByteArray::number(degrees * 3600, 'f', 5)}};
+  for (const auto& [form, x] : cases) {
+    EXPECT_EQ(exporter(form)->ExportPolygons(vector, 0), 1);
+    EXPECT_TRUE(written().contains("VERTEX\n  8\nbase\n 10\n" + x + "\n")) << x.toStdString();
+    EXPECT_EQ(written().contains(form == 3 ? "$EXTMIN\n 10\n-1" : "$EXTMIN\n 10\n-4"), true);
   }
   EXPECT_EQ(report.notes.filter("graus decimais").size(), 1);
 
@@ -232,7 +213,7 @@ TEST_F(DxfExport, TextsComeBack) {
 TEST_F(DxfExport, LabelsOfClassesAndObjects) {
   makeLayer(THEMATICMODEL, vectorLines);
   Category* const category = into->category();
-  category->classes.Append(new GeoClass(1, "Mata", THEMATICMODEL, category->name, 1, category));
+  addClass(*category, "Mata", 1);
   insertPolygon(*vector, {0, 0, 0, 10, 10, 10, 10, 0, 0, 0}, 1);
   insertLine(*vector, {100, 100, 200, 100}, linePlain, 1)->Free(1);
   Point2d point(7, 8);
@@ -247,21 +228,14 @@ TEST_F(DxfExport, LabelsOfClassesAndObjects) {
   EXPECT_TRUE(written().contains(" 10\n150.000000\n 20\n100.000000\n"));
 
   makeLayer(CADASTRALMODEL, vectorLines);
-  this->category(OBJECTMODEL, "Lotes");
-  ObjectDefinition definition;
-  definition.category = dataBase->categoryList().Select(QString("Lotes"));
-  definition.name = "name";
-  definition.label = " 12-A ";
-  KaldexObject object;
-  ASSERT_EQ(dataBase->createObject(definition, object), 1);
+  const KaldexObject object = newObject(this->category(OBJECTMODEL, "Lotes"), " 12-A ", "name");
   Line* const line = insertLine(*vector, {0, 0, 10, 0});
   Anchor anchor, unknown;
   anchor.InsertLine(nullptr, *line);
   unknown.InsertLine(nullptr, *line);
   line->Free(1);
-  ASSERT_EQ(vector->Insert(anchor), 1);
+  link(*into, anchor, object);
   ASSERT_EQ(vector->Insert(unknown), 1);
-  ASSERT_EQ(dataBase->linkAnchor(*into, anchor, object), 1);
   EXPECT_EQ(exporter()->ExportLabelPoints(vector, into->category(), 0), 1);
   EXPECT_EQ(written(), plain +
                            "  0\nTEXT\n  8\nbase\n 10\n5.000000\n 20\n0.000000\n 30\n0.0\n 40\n60.000000\n  "

@@ -3,7 +3,7 @@
 namespace kaldex::test {
 namespace {
 
-class DxfLines : public DxfFixture {};
+using DxfLines = DxfFixture;
 
 TEST_F(DxfLines, Entities) {
   const struct {
@@ -53,56 +53,55 @@ TEST_F(DxfLines, ACircleHas361Points) {
 TEST_F(DxfLines, FormsOfFiles) {
   const QByteArray line = "0 LINE|8 A|10 1|20 2|11 3|21 4";
   const QByteArray rest = pairs("0 SECTION|2 OBJECTS|0 DICTIONARY|3 |300 |0 XRECORD|1 |0 ENDSEC|0 EOF");
-  const struct {
-    const char* name;
-    QByteArray content;
-  } cases[] = {
+  const std::pair<const char*, QByteArray> cases[] = {
       {"no section", pairs(line + "|0 EOF")},
+      {"no section behind another",
+       pairs("0 SECTION|2 BLOCKS|0 BLOCK|2 B|0 ENDBLK|0 ENDSEC|" + line + "|0 EOF")},
       {"blank lines",
        "  0\nSECTION\n  2\nENTITIES\n\n  0\n\n\nLINE\n  8\n A \n\n 10\n1\n 20\n2\n\n 11\n3\n 21\n4\n  "
        "0\nENDSEC\n  0\nEOF\n"},
       {"blank value in the header", drawing(line, pairs("0 SECTION|2 HEADER|9 $PROJECTNAME|1 |0 ENDSEC"))},
       {"blank values behind", pairs("0 SECTION|2 ENTITIES|" + line + "|0 ENDSEC") + rest},
       {"entities of blocks",
-       drawing(line,
-               pairs("0 SECTION|2 BLOCKS|0 BLOCK|8 A|0 LINE|8 A|10 8|20 8|11 9|21 9|0 ENDBLK|0 ENDSEC"))},
+       drawing(
+           line,
+           pairs("0 SECTION|2 BLOCKS|0 BLOCK|2 ENTITIES|0 LINE|8 A|10 8|20 8|11 9|21 9|0 ENDBLK|0 ENDSEC"))},
       {"comments", "999\nhello\n" + drawing("0 LINE|8 A|999 |10 1|20 2|999 0|11 3|21 4")},
       {"a second drawing behind", drawing(line) + drawing("0 LINE|8 A|10 8|20 8|11 9|21 9")},
   };
-  for (const auto& one : cases) {
-    EXPECT_EQ(importLines(one.content), 1) << one.name;
-    EXPECT_EQ(lines(), "1,2 3,4") << one.name;
-    EXPECT_EQ(messages.take(), "") << one.name;
+  for (const auto& [name, content] : cases) {
+    EXPECT_EQ(importLines(content), 1) << name;
+    EXPECT_EQ(lines(), "1,2 3,4") << name;
+    EXPECT_EQ(messages.take(), "") << name;
   }
 }
 
 TEST_F(DxfLines, Failures) {
-  const struct {
-    QByteArray content;
-    const char* message;
-  } cases[] = {
-      {drawing(""), "Arquivo INCONSISTENTE!in.dxf - Plano vazio "},
-      {drawing("0 MTEXT|8 A|1 x"), "Arquivo INCONSISTENTE!in.dxf - Plano vazio "},
-      {"", "Arquivo INCONSISTENTE!in.dxf - linha 1"},
-      {pairs("0 SECTION|2 ENTITIES"), "Arquivo INCONSISTENTE!in.dxf - linha 5"},
-      {pairs("0 LINE|8 A|10 1|20 2|11 3|21 4"), "Arquivo INCONSISTENTE!in.dxf - linha 13"},
-      {drawing("0 VERTEX|8 A|10 1|20 2|0 POINT"), "Arquivo INCONSISTENTE!in.dxf - linha 14"},
-      {drawing("0 POLYLINE|8 A|70 1|0 VERTEX|8 A|10 1|20 2|0 SEQEND"),
-       "Arquivo INCONSISTENTE!in.dxf - Plano vazio A"},
+  const std::pair<QByteArray, QString> cases[] = {
+      {drawing(""), kBad + "in.dxf - Plano vazio "},
+      {drawing("0 MTEXT|8 A|1 x"), kBad + "in.dxf - Plano vazio "},
+      {"", kBad + "in.dxf - linha 1"},
+      {pairs("0 SECTION|2 ENTITIES"), kBad + "in.dxf - linha 5"},
+      {pairs("0 LINE|8 A|10 1|20 2|11 3|21 4"), kBad + "in.dxf - linha 13"},
+      {drawing("0 VERTEX|8 A|10 1|20 2|0 POINT"), kBad + "in.dxf - linha 14"},
+      {drawing("0 POLYLINE|8 A|70 1|0 VERTEX|8 A|10 1|20 2|0 SEQEND"), kBad + "in.dxf - Plano vazio A"},
       {drawing("0 LINE|8 A|10 1|20 2|11 3|21 nan"), ""},
       {"0\r\nEOF\r\n", "Arquivo no formato DOS, converter para UNIX!"},
   };
-  for (const auto& one : cases) {
-    EXPECT_EQ(importLines(one.content), 0) << one.content.toStdString();
-    EXPECT_EQ(messages.take(), one.message) << one.content.toStdString();
+  for (const auto& [content, message] : cases) {
+    EXPECT_EQ(importLines(content), 0) << content.toStdString();
+    EXPECT_EQ(messages.take(), message) << content.toStdString();
   }
   EXPECT_EQ(handler(into)->ImportLines(nullptr, nullptr), 0);
   EXPECT_EQ(messages.take(), "Um argumento inválido foi passado!arg : vec");
   EXPECT_EQ(handler(into)->ImportLines(into->vector(vectorContours, true), nullptr), 0);
   EXPECT_EQ(messages.take(), "Erro associado com uma restrição lógica!Not a LINE Vector");
-  InfoLayer* const numeric = layer(DIGITALMODEL, "numeric");
-  EXPECT_EQ(handler(numeric)->ImportLines(numeric->vector(vectorLines, true), nullptr), 0);
+  write("in.dxf", drawing("0 LINE|8 A|10 1|20 2|11 3|21 4"));
+  makeLayer(DIGITALMODEL, vectorSamples);
+  EXPECT_EQ(handler(into)->ImportLines(into->vector(vectorLines, true), nullptr), 0);
   EXPECT_EQ(messages.take(), "Erro associado com uma restrição lógica!Not a SAMPLE Vector");
+  EXPECT_EQ(handler(into)->ImportLines(vector, project->projection()), 1);
+  EXPECT_EQ(vector->FirstLine()->Type(), lineBreak);
 }
 
 TEST_F(DxfLines, PointsOutsideTheBox) {
@@ -114,14 +113,6 @@ TEST_F(DxfLines, PointsOutsideTheBox) {
   EXPECT_EQ(importLines(drawing(inside + "|0 POINT|8 A|10 0|20 5"), box), 1);
   EXPECT_EQ(messages.take(), "Existem dados fora da área do projeto!POINTS");
   EXPECT_EQ(points(), "15,15");
-}
-
-TEST_F(DxfLines, BreakLinesOfANumericLayer) {
-  write("in.dxf", drawing("0 LINE|8 A|10 1|20 2|11 3|21 4"));
-  into = layer(DIGITALMODEL, "numeric");
-  vector = into->vector(vectorSamples, true);
-  EXPECT_EQ(handler(into)->ImportLines(vector, project->projection()), 1);
-  EXPECT_EQ(vector->FirstLine()->Type(), '2');
 }
 
 TEST_F(DxfLines, ChosenLayers) {
@@ -139,10 +130,8 @@ TEST_F(DxfLines, ChosenLayers) {
       {nullptr, {"0 { DXF Default Layer }", "D\u00E7"}, "5,5 6,6; 7,7 8,8", "D\xE7"},
       {"0 { DXF Default Layer }", {}, "5,5 6,6", "0"},
   };
-  int number = 0;
   for (const auto& one : cases) {
-    into = layer(THEMATICMODEL, QString("chosen %1").arg(++number));
-    vector = into->vector(vectorLines, true);
+    makeLayer(THEMATICMODEL, vectorLines);
     const auto dxf = handler(into);
     if (one.single != nullptr) dxf->SetLayerName(one.single);
     SDataLayerList list;
@@ -155,7 +144,7 @@ TEST_F(DxfLines, ChosenLayers) {
   const auto dxf = handler(into);
   dxf->SetLayerName("none");
   EXPECT_EQ(dxf->ImportLines(vector, project->projection()), 0);
-  EXPECT_EQ(messages.take(), "Arquivo INCONSISTENTE!in.dxf - Plano vazio none");
+  EXPECT_EQ(messages.take(), kBad + "in.dxf - Plano vazio none");
 }
 
 TEST_F(DxfLines, VerticesOfOtherLayers) {
@@ -163,8 +152,7 @@ TEST_F(DxfLines, VerticesOfOtherLayers) {
         drawing(
             "0 POLYLINE|8 B|0 VERTEX|8 A|10 1|20 1|0 VERTEX|8 A|10 2|20 2|0 SEQEND|8 A"
             "|0 POLYLINE|8 A|0 VERTEX|8 A|10 1|20 1|0 VERTEX|8 B|10 9|20 9|0 VERTEX|8 A|10 2|20 2|0 SEQEND"));
-  into = layer(THEMATICMODEL, "one");
-  vector = into->vector(vectorLines, true);
+  makeLayer(THEMATICMODEL, vectorLines);
   const auto dxf = handler(into);
   dxf->SetLayerName("A");
   EXPECT_EQ(dxf->ImportLines(vector, project->projection()), 1);
@@ -173,8 +161,7 @@ TEST_F(DxfLines, VerticesOfOtherLayers) {
 
 TEST_F(DxfLines, UnitsAndTransformation) {
   write("in.dxf", drawing("0 LINE|8 A|10 1|20 0|11 2|21 0"));
-  into = layer(THEMATICMODEL, "one");
-  vector = into->vector(vectorLines, true);
+  makeLayer(THEMATICMODEL, vectorLines);
   const auto dxf = handler(into, 0, 1);
   dxf->SetTransf(10, 20, kPi / 2, 2);
   EXPECT_EQ(dxf->ImportLines(vector, project->projection()), 1);
@@ -207,10 +194,7 @@ TEST_F(DxfLines, WhatIsTakenOtherwiseThanDrawnIsTold) {
   const QByteArray header = pairs("0 SECTION|2 HEADER|9 $DWGCODEPAGE|3 ANSI_99|0 ENDSEC");
   const QByteArray vertices = "|0 VERTEX|8 A|10 1|20 1|0 VERTEX|10 2|20 2|0 VERTEX|8 B|10 3|20 3|0 SEQEND";
   const QByteArray line = "|10 1|20 2|11 3|21 4";
-  const struct {
-    QByteArray entities;
-    const char* note;
-  } cases[] = {
+  const std::pair<QByteArray, const char*> cases[] = {
       {"0 LINE|67 1|8 A" + line + "|0 LINE|67 1|8 B" + line, "papel, lidas como as outras: 1"},
       {"0 CIRCLE|8 A|10 5|20 5|40 1|230 -1.0|0 LINE|8 A" + line + "|230 -1", "como est\u00E3o: 1"},
       {"0 POLYLINE|8 A|0 VERTEX|10 1|20 1|42 .5|0 VERTEX|10 2|20 2|42 0|0 SEQEND", "lidos como retos: 1"},
@@ -222,17 +206,15 @@ TEST_F(DxfLines, WhatIsTakenOtherwiseThanDrawnIsTold) {
       {"0 LINE|8 A\xE7" + line, "indicada n\u00E3o \u00E9 conhecida: ANSI_99"},
       {"0 LINE|8 A|10 1|20 2|11 1e400|21 4|0 LINE|8 A" + line, "est\u00E1 na linha 26, e a importa"},
   };
-  int number = 0;
-  for (const auto& one : cases) {
+  for (const auto& [entities, note] : cases) {
     report = JobReport();
-    write("in.dxf", drawing(one.entities, header));
-    into = layer(THEMATICMODEL, QString("odd %1").arg(++number));
-    vector = into->vector(vectorLines, true);
+    write("in.dxf", drawing(entities, header));
+    makeLayer(THEMATICMODEL, vectorLines);
     const auto dxf = handler(into);
     dxf->SetLayerName("A");
     dxf->ImportLines(vector, project->projection());
     const QString notes = report.notes.join('\n');
-    EXPECT_TRUE(notes.contains(one.note)) << one.note << " in " << notes.toStdString();
+    EXPECT_TRUE(notes.contains(note)) << note << " in " << notes.toStdString();
   }
 }
 
@@ -268,7 +250,7 @@ TEST_F(DxfLines, SamplesOfOtherVectors) {
   EXPECT_EQ(vector->point3dCount(), 1);
   EXPECT_EQ(vector->lineCount(), 0);
   EXPECT_EQ(importSamples(drawing("0 POLYLINE|8 A|0 VERTEX|8 A|10 1|20 1|0 SEQEND"), vectorContours), 0);
-  EXPECT_EQ(messages.take(), "Arquivo INCONSISTENTE!in.dxf - linha 18");
+  EXPECT_EQ(messages.take(), kBad + "in.dxf - linha 18");
   EXPECT_EQ(handler(into)->ImportSamples(into->vector(vectorTin, true), nullptr), 0);
   EXPECT_EQ(messages.take(), "Erro associado com uma restrição lógica!No SAMPLES in Vector");
 }

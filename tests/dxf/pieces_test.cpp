@@ -1,12 +1,10 @@
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <memory>
 
 #include "dxf/dxf_fixture.h"
 #include "lib/dxf/arc_points.h"
-#include "lib/dxf/drawing_reader.h"
 #include "lib/dxf/drawing_text.h"
+#include "lib/dxf/group_scanner.h"
 #include "lib/dxf/label_filter.h"
 #include "lib/dxf/mesh_chain.h"
 
@@ -69,40 +67,6 @@ TEST(GroupScanner, ALongLineIsOneLine) {
     ASSERT_TRUE(scanner.next(stream.get(), GroupScanner::Blanks::areValues));
     EXPECT_EQ(scanner.code(), 8);
     EXPECT_EQ(scanner.lines(), 4);
-  }
-}
-
-TEST(DrawingReader, EntitiesOfBlocksAreNoEntities) {
-  const QByteArray block = pairs("0 SECTION|2 BLOCKS|0 BLOCK|2 ENTITIES|0 LINE|8 0|0 ENDBLK|0 ENDSEC");
-  const QByteArray header =
-      pairs("0 SECTION|2 HEADER|9 $ACADVER|1 AC1015|9 $DWGCODEPAGE|3 ANSI_1251|0 ENDSEC");
-  const struct {
-    QByteArray text;
-    bool found;
-    bool ended;
-    const char* value;
-  } cases[] = {
-      {drawing("", header + block), true, false, "ENTITIES"},
-      {header + block + pairs("0 POINT"), false, false, "POINT"},
-      {header + pairs("0 ARC"), false, false, "ARC"},
-      {header + block + pairs("0 EOF"), false, false, "EOF"},
-      {header + block, false, true, ""},
-      {pairs("0 CIRCLE|8 A"), false, false, "CIRCLE"},
-      {pairs("2 ENTITIES"), true, false, "ENTITIES"},
-      {QByteArray(), false, true, ""},
-  };
-  for (const auto& one : cases) {
-    const Stream stream = streamOf(one.text);
-    DrawingReader reader;
-    EXPECT_EQ(reader.searchSection(stream.get(), DrawingReader::entities), one.found)
-        << one.text.toStdString();
-    EXPECT_EQ(reader.ended(), one.ended);
-    if (!one.ended) {
-      EXPECT_EQ(reader.value(), one.value);
-    }
-    if (one.text.startsWith(header)) {
-      EXPECT_EQ(reader.codePage(), QByteArray("ANSI_1251"));
-    }
   }
 }
 

@@ -1,31 +1,18 @@
 #include "frame/open_handler.h"
-#include "kaldex/job_report.h"
+#include "support/handler_fixture.h"
 
 namespace kaldex::test {
 
 namespace {
-
-const QString kSummary =
-    "Sumário:Classes/Objetos: associados=%1, não associados=%2, já estavam associados=%3";
-
-QString summary(int associated, int not_, int already) {
-  return kSummary.arg(associated).arg(not_).arg(already);
-}
 
 std::vector<double> square(double x, double y, double side = 10) {
   return {x, y, x + side, y, x + side, y + side, x, y + side, x, y};
 }
 
 /// Layers of squares, and handlers with label points made here.
-class Classification : public ModelFixture {
+class Classification : public HandlerFixture {
  protected:
-  std::unique_ptr<OpenHandler> handler(InfoLayer* layer) {
-    auto made = std::make_unique<OpenHandler>();
-    EXPECT_EQ(made->Init(folder(), 0, "x", project, layer, dataBase.get(), project->projection(), 0, nullptr,
-                         nullptr, nullptr),
-              1);
-    return made;
-  }
+  std::unique_ptr<OpenHandler> handler(InfoLayer* layer) { return open<OpenHandler>("x", layer); }
 
   static SExtLabelPoint* add(OpenHandler& handler, double x, double y, short iclass,
                              const QString& label = QString(), const QString& category = "Lotes",
@@ -39,12 +26,6 @@ class Classification : public ModelFixture {
     point->Nodes = nodes;
     handler.labelPoints.InsertLabel(point);
     return point;
-  }
-
-  int addClass(Category& category, const QString& name) {
-    auto* const fresh = new GeoClass(-1, name, category.model, category.name, 1, &category);
-    category.classes.Append(fresh);
-    return fresh->id;
   }
 
   QStringList rows(InfoLayer& layer) {
@@ -72,13 +53,12 @@ TEST_F(Classification, ClassesAreFoundByNameOrIdentifierAndMadeOnRequest) {
   EXPECT_EQ(addAll, 0);
   messages.take();
 
-  const int campo = addClass(thematic, "Campo");
+  const int campo = addClass(thematic, "Campo")->id;
   SExtLabelPoint* const known = add(*in, 2, 2, 0, "Campo");
   messages.answer("Classe não encontrada. Adiciona TODAS", false);
   EXPECT_EQ(in->CategorizeLabelPoints(&thematic, 0, &addAll), 1);
   EXPECT_EQ(messages.take(),
-            "Classe não encontrada. Adiciona TODAS as classes não encontradas ?Mata\n"
-            "Sumário:Classes não encontradas=1 e classes adicionadas=0 e visual alterados=0 ");
+            "Classe não encontrada. Adiciona TODAS as classes não encontradas ?Mata\n" + classesText(1, 0));
   EXPECT_EQ(mata->Iclass, 0);
   EXPECT_EQ(known->Iclass, campo);
 
@@ -91,8 +71,7 @@ TEST_F(Classification, ClassesAreFoundByNameOrIdentifierAndMadeOnRequest) {
   ASSERT_EQ(thematic.classes.Size(), 2);
   EXPECT_EQ(thematic.classes.at(1)->name, "Mata");
   EXPECT_EQ(thematic.classes.at(1)->position, 2);
-  EXPECT_EQ(messages.take(),
-            "Sumário:Classes não encontradas=1 e classes adicionadas=1 e visual alterados=0 ");
+  EXPECT_EQ(messages.take(), classesText(1, 1));
   EXPECT_EQ(in->CategorizeLabelPoints(&thematic, 0, &addAll), 1);
   EXPECT_EQ(mata->Iclass, thematic.classes.at(1)->id);
   EXPECT_EQ(messages.take(), "");
@@ -110,7 +89,7 @@ TEST_F(Classification, LabelsOfClasses) {
   add(*in, 1090, 1090, 0);                               // has no class
   SExtLabelPoint* const lost = add(*in, 5000, 5000, 8);  // nowhere
   EXPECT_EQ(in->Classify(&vector), 1);
-  EXPECT_EQ(messages.take(), summary(3, 2, 1));
+  EXPECT_EQ(messages.take(), boundText(3, 2, 1));
   EXPECT_EQ(lost->Iclass, 8);
   EXPECT_EQ(in->labelPoints.at(0)->Iclass, 0);
   const Line* const free = vector.GetLine(freeId);
@@ -122,7 +101,7 @@ TEST_F(Classification, LabelsOfClasses) {
 
   // Only the leftover is still there to be used.
   EXPECT_EQ(in->Classify(&vector), 1);
-  EXPECT_EQ(messages.take(), summary(0, 5, 0));
+  EXPECT_EQ(messages.take(), boundText(0, 5, 0));
   EXPECT_EQ(in->Classify(nullptr), 0);
   EXPECT_EQ(messages.take(), "");
 }
@@ -144,7 +123,7 @@ TEST_F(Classification, TolerancesFollowTheProjection) {
   add(*in, -44.85, -22.9 + 13 * metre, -999, "far");
   add(*in, -44.995, -22.995, -999, "lot");
   EXPECT_EQ(in->ClassifyObj(&vector), 1);
-  EXPECT_EQ(messages.take(), "Categoria objeto inexistente Cria e continua ?Lotes\n" + summary(2, 1, 0));
+  EXPECT_EQ(messages.take(), "Categoria objeto inexistente Cria e continua ?Lotes\n" + boundText(2, 1, 0));
   const double factor = latLong()->DegreeToMeterMultFactor();
   const QStringList table = rows(*into);
   ASSERT_EQ(table.size(), 2);
@@ -169,7 +148,7 @@ TEST_F(Classification, ObjectsOfACadastralLayer) {
   add(*in, 3050, 3001, -999, "B");
   add(*in, 9000, 9000, -999, "C");
   EXPECT_EQ(in->ClassifyObj(&vector), 1);
-  EXPECT_EQ(messages.take(), summary(3, 1, 1));
+  EXPECT_EQ(messages.take(), boundText(3, 1, 1));
   KaldexObject object;
   ASSERT_NE(dataBase->findObjectByLabel("A", lots, object), 0);
   EXPECT_EQ(object.name, "A");
@@ -187,7 +166,7 @@ TEST_F(Classification, ObjectsOfACadastralLayer) {
   const auto again = handler(into);
   add(*again, 1050, 1050, -999, "A");
   EXPECT_EQ(again->ClassifyObj(&vector), 1);
-  EXPECT_EQ(messages.take(), summary(0, 0, 1));
+  EXPECT_EQ(messages.take(), boundText(0, 0, 1));
 }
 
 // Labels that go back and forth between objects, known and new ones, add to the same anchors and rows.
@@ -211,7 +190,7 @@ TEST_F(Classification, ObjectsByTurns) {
   };
   bind(0, 12);
   bind(9, 30);
-  EXPECT_EQ(messages.take(), summary(12, 0, 0) + "\n" + summary(18, 0, 3));
+  EXPECT_EQ(messages.take(), boundText(12, 0, 0) + "\n" + boundText(18, 0, 3));
   const QStringList table = rows(*into);
   ASSERT_EQ(table.size(), 3);
   for (int i = 0; i < 3; ++i) {
@@ -245,7 +224,7 @@ TEST_F(Classification, NodesAndLinesOfANetwork) {
   add(*in, 2001, 2050, -999, "borda");   // a boundary is a line like any other
   add(*in, 2050, 2050, -999, "dentro");  // polygons take no part
   EXPECT_EQ(in->ClassifyObj(&vector), 1);
-  EXPECT_EQ(messages.take(), summary(3, 2, 0));
+  EXPECT_EQ(messages.take(), boundText(3, 2, 0));
   EXPECT_EQ(vector.point2dCount(), 1);
   EXPECT_EQ(rows(*into), (QStringList{"1,2,0,0,0,0", "2,2,0,100,0,0", "3,2,0,400,0,0"}))
       << "anchor, visual, area, perimeter, impedance, demand";
@@ -269,7 +248,7 @@ TEST_F(Classification, FailuresOfTheBinding) {
 
   category(OBJECTMODEL, "Lotes");
   EXPECT_EQ(in->ClassifyObj(&vector), 1);
-  EXPECT_EQ(messages.take(), summary(1, 0, 0));
+  EXPECT_EQ(messages.take(), boundText(1, 0, 0));
   EXPECT_EQ(progress.stops.size(), 2u);
 
   const auto spoil = [&](int column, const QString& value) {

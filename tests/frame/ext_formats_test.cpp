@@ -35,22 +35,12 @@ TEST_F(FrameFixture, InitKeepsBoxAndDropsSeparatorWhenNull) {
 }
 
 TEST_F(FrameFixture, UnitFactors) {
-  const struct {
-    int units;
-    double factor;
-  } cases[] = {{0, 1.0},
-               {1, 1000.0},
-               {2, 0.30479999999999996},
-               {3, 0.0254},
-               {4, 0.017453292519943295},
-               {5, 4.84813681109536e-06},
-               {6, 0.001},
-               {7, 1.0},
-               {-1, 1.0}};
+  const double factors[] = {
+      1.0, 1.0, 1000.0, 0.30479999999999996, 0.0254, 0.017453292519943295, 4.84813681109536e-06, 0.001, 1.0};
   OpenHandler handler;
-  for (const auto& one : cases) {
-    handler.units = one.units;
-    EXPECT_EQ(handler.Units2Meter(), one.factor) << one.units;
+  for (int i = 0; i < 9; ++i) {
+    handler.units = i - 1;
+    EXPECT_EQ(handler.Units2Meter(), factors[i]) << handler.units;
   }
 }
 
@@ -58,7 +48,7 @@ TEST_F(FrameFixture, OpeningRefusesWithItsMessages) {
   OpenHandler handler;
   EXPECT_EQ(handler.FileOpen("r"), 0);
   EXPECT_EQ(messages.take(), "Defina o diretório!");
-  handler.DataHome(folder_.path());
+  handler.DataHome(folder());
   EXPECT_EQ(handler.FileOpen("r"), 0);
   EXPECT_EQ(messages.take(), "Defina o nome do arquivo!");
   handler.DataFile("absent");
@@ -74,16 +64,14 @@ TEST_F(FrameFixture, OpeningRefusesWithItsMessages) {
 }
 
 TEST_F(FrameFixture, OnlyACarriageReturnInTheFirstLineIsRefused) {
-  const struct {
-    QByteArray content;
-    int opens;
-  } cases[] = {{"a\r\nb\n", 0}, {"a\rb\nc\n", 0}, {"\r\n", 0},      {"a\nb\r\n", 1},
-               {"\na\r\n", 1},  {"a\rb", 1},      {QByteArray(), 1}};
-  for (const auto& one : cases) {
-    auto handler = handlerFor(one.content);
+  const std::pair<QByteArray, int> cases[] = {{"a\r\nb\n", 0},  {"a\rb\nc\n", 0}, {"\r\n", 0},
+                                              {"a\nb\r\n", 1},  {"\na\r\n", 1},   {"a\rb", 1},
+                                              {QByteArray(), 1}};
+  for (const auto& [content, opens] : cases) {
+    auto handler = handlerFor(content);
     for (const char* mode : {"r", "a+"}) {
-      EXPECT_EQ(handler->FileOpen(mode), one.opens) << one.content.toStdString();
-      EXPECT_EQ(messages.take(), one.opens ? "" : "Arquivo no formato DOS, converter para UNIX!");
+      EXPECT_EQ(handler->FileOpen(mode), opens) << content.toStdString();
+      EXPECT_EQ(messages.take(), opens ? "" : "Arquivo no formato DOS, converter para UNIX!");
       EXPECT_NE(handler->file, nullptr);
       handler->FileClose();
       EXPECT_EQ(handler->file, nullptr);
@@ -92,8 +80,8 @@ TEST_F(FrameFixture, OnlyACarriageReturnInTheFirstLineIsRefused) {
 }
 
 TEST_F(FrameFixture, PathsAreLatin1FirstThenLocal) {
-  const QByteArray latin1 = QFile::encodeName(folder_.path()) + "/\xE7.txt";
-  const QString local = folder_.filePath("ç.txt");
+  const QByteArray latin1 = QFile::encodeName(folder()) + "/\xE7.txt";
+  const QString local = path("ç.txt");
   OpenHandler handler;
   init(handler, "ç.txt");
 
@@ -150,14 +138,6 @@ TEST_F(FrameFixture, LabelListCountsDifferentNodes) {
   EXPECT_EQ(insert(-3), 1);
 }
 
-TEST_F(FrameFixture, WhatIsNotOfferedDoesNothing) {
-  OpenHandler handler;
-  EXPECT_EQ(handler.ImportLines(nullptr, nullptr), 0);
-  EXPECT_EQ(handler.ExportGridReg(nullptr, 1), 0);
-  EXPECT_EQ(handler.ExportTIN3D(nullptr), 0);
-  EXPECT_TRUE(messages.shown.empty());
-}
-
 TEST_F(FrameFixture, NoExceptionLeavesAnOperation) {
   auto handler = handlerFor("text\n");
   const auto failWith = [&](auto exception) {
@@ -204,7 +184,7 @@ TEST_F(FrameFixture, PlaceOfAnInconsistency) {
     }
     EXPECT_EQ(handler->inconsistent("x"), 0);
     handler->FileClose();
-    EXPECT_EQ(report.place.file, folder_.filePath("file.txt"));
+    EXPECT_EQ(report.place.file, path("file.txt"));
     EXPECT_EQ(report.place.line, one.line) << one.content.toStdString();
     EXPECT_EQ(report.place.column, one.column) << one.content.toStdString();
   }

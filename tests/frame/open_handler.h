@@ -32,25 +32,21 @@ class OpenHandler : public SExtFormats {
 };
 
 /// Handlers on files of a folder of their own; messages are recorded.
-class FrameFixture : public ::testing::Test {
+class FrameFixture : public FolderFixture {
  protected:
   /// A handler set up for a file of this content.
   std::unique_ptr<OpenHandler> handlerFor(const QByteArray& content, const char* separator = nullptr) {
-    QFile out(folder_.filePath("file.txt"));
-    EXPECT_TRUE(out.open(QIODevice::WriteOnly));
-    EXPECT_EQ(out.write(content), content.size());
-    out.close();
+    write("file.txt", content);
     auto handler = std::make_unique<OpenHandler>();
     EXPECT_EQ(init(*handler, "file.txt", separator), 1);
     return handler;
   }
   int init(OpenHandler& handler, const QString& name, const char* separator = nullptr, int units = 0,
            SProjection* projection = nullptr, short coordFormat = 0, Project* project = nullptr) {
-    return handler.Init(folder_.path(), units, name, project, nullptr, nullptr, projection, coordFormat,
-                        separator, nullptr, nullptr);
+    return handler.Init(folder(), units, name, project, nullptr, nullptr, projection, coordFormat, separator,
+                        nullptr, nullptr);
   }
 
-  QTemporaryDir folder_;
   RecordingPresenter messages;
 };
 

@@ -25,10 +25,7 @@ QStringList linesOf(OpenHandler& handler) {
 }
 
 TEST_F(FrameFixture, LinesOfAFile) {
-  const struct {
-    QByteArray content;
-    QStringList lines;
-  } cases[] = {
+  const std::pair<QByteArray, QStringList> cases[] = {
       {"a\nb\n", {"a", "b", ""}},
       {" \t a b \n", {"a b ", ""}},
       {"\n  \n\t\nx\n", {"x", ""}},
@@ -39,8 +36,8 @@ TEST_F(FrameFixture, LinesOfAFile) {
       {"\xE7\n", {"ç", ""}},
       {"", {""}},
   };
-  for (const auto& one : cases) {
-    EXPECT_EQ(linesOf(*handlerFor(one.content)), one.lines) << one.content.toStdString();
+  for (const auto& [content, lines] : cases) {
+    EXPECT_EQ(linesOf(*handlerFor(content)), lines) << content.toStdString();
   }
   EXPECT_TRUE(messages.shown.empty());
 }
@@ -260,37 +257,31 @@ TEST_F(FrameFixture, DelimitedRecords) {
 }
 
 TEST_F(FrameFixture, DelimitedRecordsThatAreRefused) {
-  const struct {
-    std::string line;
-    QString shown;
-  } cases[] = {{"", ""},
-               {"   ", ""},
-               {"a;" + std::string(4096, 'f'), "a;" + QString(998, 'f')},
-               {std::string(28672, ';'), QString(1000, ';')}};
-  for (const auto& one : cases) {
+  const std::pair<std::string, QString> cases[] = {{"", ""},
+                                                   {"   ", ""},
+                                                   {"a;" + std::string(4096, 'f'), "a;" + QString(998, 'f')},
+                                                   {std::string(28672, ';'), QString(1000, ';')}};
+  for (const auto& [line, shown] : cases) {
     auto handler = handlerFor("x\n", ";");
     ASSERT_TRUE(handler->openFile("r"));
-    handler->setLine(one.line.c_str());
+    handler->setLine(line.c_str());
     short count = -1;
     std::vector<char> field(4096);
     char* const to = field.data();
     EXPECT_EQ(handler->LerComSeparator(&count, to, to, to, to, to, to), 0);
-    EXPECT_EQ(messages.take(), "Arquivo INCONSISTENTE!" + one.shown);
+    EXPECT_EQ(messages.take(), "Arquivo INCONSISTENTE!" + shown);
     EXPECT_EQ(handler->file, nullptr);
   }
 }
 
 TEST_F(FrameFixture, SeparatorOfAFile) {
-  const struct {
-    QByteArray content;
-    const char* separator;
-  } cases[] = {{"a;b,c\n", ";"}, {"a;;b\n", nullptr}, {"a;;b|c\n", "|"},
-               {"a,\n", ","},    {",a\n", nullptr},   {"abc\n", nullptr},
-               {"a;b", nullptr}, {"", nullptr},       {"// x;y\na,b\n", ","}};
-  for (const auto& one : cases) {
-    auto handler = handlerFor(one.content);
+  const std::pair<QByteArray, const char*> cases[] = {
+      {"a;b,c\n", ";"},   {"a;;b\n", nullptr}, {"a;;b|c\n", "|"}, {"a,\n", ","},         {",a\n", nullptr},
+      {"abc\n", nullptr}, {"a;b", nullptr},    {"", nullptr},     {"// x;y\na,b\n", ","}};
+  for (const auto& [content, separator] : cases) {
+    auto handler = handlerFor(content);
     const char* const found = handler->GetSeparator();
-    EXPECT_EQ(QString(found), QString(one.separator)) << one.content.toStdString();
+    EXPECT_EQ(QString(found), QString(separator)) << content.toStdString();
     EXPECT_EQ(handler->file, nullptr);
   }
 }
@@ -314,17 +305,15 @@ TEST_F(FrameFixture, TypesOfColumns) {
     EXPECT_EQ(std::ftell(handler->file), 0);
     handler->FileClose();
   }
-  const struct {
-    QByteArray content;
-    QString shown;
-  } failing[] = {{"header\n", ""},
-                 {"header\nlast", ""},
-                 {"h\n1" + QByteArray(";1").repeated(256) + "\n", "1" + QString(";1").repeated(256)}};
-  for (const auto& one : failing) {
-    auto handler = handlerFor(one.content, ";");
+  const std::pair<QByteArray, QString> failing[] = {
+      {"header\n", ""},
+      {"header\nlast", ""},
+      {"h\n1" + QByteArray(";1").repeated(256) + "\n", "1" + QString(";1").repeated(256)}};
+  for (const auto& [content, shown] : failing) {
+    auto handler = handlerFor(content, ";");
     ASSERT_TRUE(handler->openFile("r"));
     EXPECT_EQ(handler->LerTypes(), nullptr);
-    EXPECT_EQ(messages.take(), one.shown.isEmpty() ? "" : "Arquivo INCONSISTENTE!" + one.shown);
+    EXPECT_EQ(messages.take(), shown.isEmpty() ? "" : "Arquivo INCONSISTENTE!" + shown);
     EXPECT_EQ(handler->file, nullptr);
   }
 }

@@ -1,42 +1,24 @@
 #ifndef KALDEX_TESTS_INTAKE_FIXTURE_H
 #define KALDEX_TESTS_INTAKE_FIXTURE_H
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <ostream>
-
 #include "kaldex/intake.h"
 #include "kaldex/job_report.h"
-
-inline void PrintTo(const QString& text, std::ostream* stream) {
-  *stream << '"' << text.toStdString() << '"';
-}
+#include "support/folder_fixture.h"
 
 namespace kaldex::test {
 
 /// A folder of its own, which temporary copies go into too.
-class IntakeFixture : public ::testing::Test {
+class IntakeFixture : public FolderFixture {
  protected:
   IntakeFixture() : scope_(report) {
-    QDir(folder_.path()).mkdir("tmp");
-    qputenv("TMPDIR", QFile::encodeName(folder_.filePath("tmp")));
+    QDir(folder()).mkdir("tmp");
+    qputenv("TMPDIR", QFile::encodeName(path("tmp")));
   }
   ~IntakeFixture() override { qunsetenv("TMPDIR"); }
 
-  QString path(const QString& name) const { return folder_.filePath(name); }
   QString write(const QByteArray& content, const QString& name = "in.txt") const {
-    QFile file(path(name));
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    EXPECT_EQ(file.write(content), content.size());
+    FolderFixture::write(name, content);
     return path(name);
-  }
-  static QByteArray read(const QString& path) {
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return file.readAll();
   }
   QStringList temporaryFiles() const {
     return QDir(path("tmp")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden);
@@ -45,7 +27,6 @@ class IntakeFixture : public ::testing::Test {
   JobReport report;
 
  private:
-  QTemporaryDir folder_;
   JobReportScope scope_;
 };
 

@@ -118,13 +118,6 @@ TEST_F(TextIntakeTest, NothingIsLostAtBordersOfBlocks) {
   }
 }
 
-TEST_F(TextIntakeTest, StrictLeavesTheFileAsItIs) {
-  const TextIntake intake(write("LINES\r\n"), TextForm::sections, true);
-  EXPECT_TRUE(intake.isReady());
-  EXPECT_FALSE(intake.isCopy());
-  EXPECT_EQ(intake.path(), path("in.txt"));
-}
-
 TEST_F(TextIntakeTest, CopiesAreRemoved) {
   {
     const TextIntake intake(write("LINES\r\n"), TextForm::sections);

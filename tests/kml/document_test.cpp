@@ -1,15 +1,12 @@
-#include <gtest/gtest.h>
 #include <zip.h>
 
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
 #include <algorithm>
 
 #include "ogckml/coordinate_text.h"
 #include "ogckml/kml_feature.h"
 #include "ogckml/xml_decoder.h"
 #include "ogckml/xml_encoder.h"
+#include "support/folder_fixture.h"
 
 namespace kaldex::test {
 
@@ -49,10 +46,7 @@ TEST(CoordinateText, TakesWhatIsMeant) {
 }
 
 TEST(Positions, ComeBackAsTheyWere) {
-  const struct {
-    std::vector<double> pairs;
-    bool areGeographic;
-  } cases[] = {
+  const std::pair<std::vector<double>, bool> cases[] = {
       {{}, true},
       {{-45.123456789, -23.5}, true},
       {{-45.123456789, -23.5, -45.12345679, 0.1, -44, 0.3}, true},
@@ -64,31 +58,28 @@ TEST(Positions, ComeBackAsTheyWere) {
       {{0, -90.000001, 1, 1}, false},
       {{500000.25, 7400000.5, 500000.25, 1e300}, false},
   };
-  for (const auto& one : cases) {
+  for (const auto& [pairs, areGeographic] : cases) {
     OgKMLPositions positions;
-    positions.assign(one.pairs.data(), static_cast<int>(one.pairs.size() / 2));
+    positions.assign(pairs.data(), static_cast<int>(pairs.size() / 2));
     std::vector<double> back{1, 2, 3};
     positions.copyTo(back);
-    EXPECT_EQ(back, one.pairs);
-    EXPECT_EQ(positions.areGeographic(), one.areGeographic);
-    if (one.pairs.empty()) continue;
+    EXPECT_EQ(back, pairs);
+    EXPECT_EQ(positions.areGeographic(), areGeographic);
+    if (pairs.empty()) continue;
     positions.close();
     positions.close();
     positions.copyTo(back);
-    EXPECT_EQ(back.size(), one.pairs.size() + (one.pairs.size() > 2 ? 2 : 0));
+    EXPECT_EQ(back.size(), pairs.size() + (pairs.size() > 2 ? 2 : 0));
     EXPECT_EQ(back[0], back[back.size() - 2]);
     EXPECT_EQ(back[1], back.back());
   }
 }
 
-class KmlDocument : public ::testing::Test {
+class KmlDocument : public FolderFixture {
  protected:
   std::string write(const QByteArray& content, const char* name = "in.kml") {
-    const QString path = folder.filePath(name);
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
-    return path.toStdString();
+    FolderFixture::write(name, content);
+    return path(name).toStdString();
   }
   bool decode(const QByteArray& content) {
     document = std::make_unique<OgKMLDocument>();
@@ -106,7 +97,6 @@ class KmlDocument : public ::testing::Test {
     return all;
   }
 
-  QTemporaryDir folder;
   SXMLDecoderQt decoder;
   std::unique_ptr<OgKMLDocument> document;
 };
@@ -193,10 +183,7 @@ TEST_F(KmlDocument, WhatIsBoundedAndWhatIsNoDocument) {
   const QByteArray repeated =
       "<!DOCTYPE kml [<!ENTITY a '" + QByteArray(1000, 'a') + "'>]><kml><Placemark><name>";
   EXPECT_TRUE(decode(repeated + "&a;</name></Placemark></kml>")) << decoder.error().toStdString();
-  const struct {
-    QByteArray content;
-    int line;
-  } cases[] = {
+  const std::pair<QByteArray, int> cases[] = {
       {nested(100000), 1},
       {repeated + QByteArray("&a;").repeated(30000) + "</name></Placemark></kml>", 1},
       {repeated + QByteArray("&a;").repeated(5000) + "</name></Placemark></kml>", 1},
@@ -212,10 +199,10 @@ TEST_F(KmlDocument, WhatIsBoundedAndWhatIsNoDocument) {
       {"", 1},
       {"not XML", 1},
   };
-  for (const auto& one : cases) {
-    EXPECT_FALSE(decode(one.content)) << one.content.left(60).toStdString();
+  for (const auto& [content, line] : cases) {
+    EXPECT_FALSE(decode(content)) << content.left(60).toStdString();
     EXPECT_FALSE(decoder.error().isEmpty());
-    EXPECT_EQ(decoder.errorLine(), one.line) << one.content.left(60).toStdString();
+    EXPECT_EQ(decoder.errorLine(), line) << content.left(60).toStdString();
   }
   decoder.setPath("/nowhere/in.kml");
   EXPECT_FALSE(OgKMLDocument().decode(decoder));
@@ -250,7 +237,7 @@ TEST_F(KmlDocument, WhatIsWrittenIsReadAgain) {
     SXMLEncoderQt encoder;
     encoder.createDocument("kml");
     made.encode(encoder);
-    const std::string path = folder.filePath(zipped ? "out.kmz" : "out.kml").toStdString();
+    const std::string path = this->path(zipped ? "out.kmz" : "out.kml").toStdString();
     ASSERT_TRUE(zipped ? encoder.saveZipped(path) : encoder.save(path)) << encoder.error().toStdString();
     decoder.setPath(path);
     OgKMLDocument read;
@@ -266,7 +253,7 @@ TEST_F(KmlDocument, WhatIsWrittenIsReadAgain) {
     EXPECT_EQ(data, "c\"h<v>vaziooutro\xC3\xA7");
     EXPECT_EQ(dynamic_cast<OgKMLPoint&>(*back.getAbstractGeometry()).place(), place.place());
   }
-  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 2) << "nothing else is left";
+  EXPECT_EQ(QDir(folder()).entryList(QDir::Files | QDir::Hidden).size(), 2) << "nothing else is left";
   SXMLEncoderQt encoder;
   made.encode(encoder);
   EXPECT_FALSE(encoder.save("/nowhere/out.kml"));
@@ -318,7 +305,7 @@ TEST_F(KmlDocument, ArchivesAndTheDocumentInThem) {
       {{{"doc.kml", bomb}}, -1, 0},
   };
   for (const auto& one : cases) {
-    const std::string path = folder.filePath("in.kmz").toStdString();
+    const std::string path = this->path("in.kmz").toStdString();
     zip(path, one.entries);
     decoder.setPath(path);
     OgKMLDocument read;
@@ -332,15 +319,11 @@ TEST_F(KmlDocument, ArchivesAndTheDocumentInThem) {
   decoder.setPath(write("PK\x03\x04 and no archive", "broken.kmz"));
   EXPECT_FALSE(OgKMLDocument().decode(decoder));
 
-  const std::string path = folder.filePath("stored.kmz").toStdString();
+  const std::string path = this->path("stored.kmz").toStdString();
   zip(path, {{"doc.kml", good}}, ZIP_CM_STORE);
-  QFile stored(QString::fromStdString(path));
-  ASSERT_TRUE(stored.open(QIODevice::ReadWrite));
-  QByteArray bytes = stored.readAll();
+  QByteArray bytes = read("stored.kmz");
   ASSERT_EQ(bytes.count(">1,2<"), 1);
-  stored.seek(0);
-  stored.write(bytes.replace(">1,2<", ">7,2<"));
-  stored.close();
+  write(bytes.replace(">1,2<", ">7,2<"), "stored.kmz");
   decoder.setPath(path);
   EXPECT_FALSE(OgKMLDocument().decode(decoder)) << "damaged, and good XML";
 }

@@ -1,13 +1,39 @@
-#include <QDir>
 #include <QProcess>
 #include <QStandardPaths>
 #include <cmath>
 
-#include "kml/kml_fixture.h"
+#include "kaldex/kml.h"
+#include "support/handler_fixture.h"
 
 namespace kaldex::test {
 
 namespace {
+
+class KmlFixture : public HandlerFixture {
+ protected:
+  /// For imports the projection has to be the layer's, for exports one on WGS84.
+  std::unique_ptr<IEKml> handler(InfoLayer* of, const QString& file, SProjection* projection) {
+    return open<IEKml>(file, of, 0, 0, projection);
+  }
+  std::unique_ptr<IEKml> importer(InfoLayer* of, const QByteArray& content) {
+    write("in.kml", content);
+    return handler(of, "in.kml", of->projection());
+  }
+  Vector* lines(const QString& name) { return layer(THEMATICMODEL, name)->vector(vectorLines, true); }
+
+  static QByteArray document(const QByteArray& features) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<kml xmlns=\"http://www.opengis.net/kml/2.2\">" +
+           features + "</kml>\n";
+  }
+  static QByteArray placemark(const QByteArray& geometry) {
+    return "<Placemark>" + geometry + "</Placemark>";
+  }
+  static QByteArray line(const QByteArray& coordinates) {
+    return "<LineString><coordinates>" + coordinates + "</coordinates></LineString>";
+  }
+
+  std::unique_ptr<SProjection> wgs84 = latLong();
+};
 
 const QByteArray kMixed =
     "<Document><name>Tudo</name><Folder><Folder><Placemark><name>Rio</name><ExtendedData><Data name='COD'>"
@@ -209,7 +235,7 @@ TEST_F(KmlFixture, PolygonsAreConvertedWithTheirSons) {
 TEST_F(KmlFixture, ClassesObjectsAndAttributesGoOut) {
   InfoLayer* const thematic = layer(THEMATICMODEL, "Solos");
   Category& soils = *thematic->category();
-  soils.classes.Append(new GeoClass(7, QString::fromUtf8("Argila São"), soils.model, soils.name, 0, nullptr));
+  addClass(soils, "Argila São", 7);
   Vector* const borders = thematic->vector(vectorLines, true);
   insertPolygon(*borders, {500000, 7400000, 500100, 7400000, 500100, 7400100, 500000, 7400000}, 7);
   borders->flush();
@@ -226,29 +252,13 @@ TEST_F(KmlFixture, ClassesObjectsAndAttributesGoOut) {
   InfoLayer* const cadastral = layer(CADASTRALMODEL, "Postes");
   Vector* const poles = cadastral->vector(vectorLines, true);
   Category* const objects = category(OBJECTMODEL, "Poste");
-  SFieldList fields;
-  fields.Append(new SField("GEOID", 0, 10, 0, 0, ""));
-  fields.Append(new SField("ALTURA", fieldReal, 8, 2, 1, ""));
-  ASSERT_NE(dataBase->createAttributeTable(*objects, fields), 0);
-  ObjectDefinition definition;
-  definition.category = objects;
-  definition.name = "Poste 12";
-  definition.label = "P12";
-  KaldexObject object;
-  ASSERT_NE(dataBase->createObject(definition, object), 0);
-  SFieldList stored;
-  dataBase->loadTableFields(stored, objects->attributeTable);
-  SCellList cells;
-  ASSERT_NE(dataBase->readObjectAttributes(stored, cells, objects->attributeTable, object.id), 0);
-  QString height = "9.5";
-  cells.at(1)->ChangeCell(height);
-  ASSERT_NE(dataBase->writeObjectAttributes(stored, cells, objects->attributeTable, object.id), 0);
+  ASSERT_NE(dataBase->createAttributeTable(*objects, fieldList({{"ALTURA", fieldReal, 8, 2}})), 0);
+  const KaldexObject object = newObject(objects, "P12", "Poste 12", {"9.5"});
   Point2d place(500000, 7400000);
   ASSERT_NE(poles->Insert(place), 0);
   Anchor anchor;
   anchor.InsertPoint(place);
-  ASSERT_NE(poles->Insert(anchor), 0);
-  ASSERT_NE(dataBase->linkAnchor(*cadastral, anchor, object), 0);
+  link(*cadastral, anchor, object);
   const auto second = handler(cadastral, "postes", wgs84.get());
   ASSERT_EQ(second->ExportAll(poles, 0), 1);
   ASSERT_EQ(second->WriteToFile(), 1);

@@ -1,7 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <QFile>
-#include <QTemporaryDir>
 #include <cmath>
 #include <vector>
 
@@ -9,6 +5,7 @@
 #include "kaldex/legacy.h"
 #include "lib/legacy/polygon_ring.h"
 #include "lib/legacy/rectangle_index.h"
+#include "support/folder_fixture.h"
 
 namespace kaldex::test {
 
@@ -22,7 +19,7 @@ void put(QByteArray& bytes, int at, Value value) {
 }
 
 /// Makes the files of a plane of the older system, name.li1 to name.po2.
-class LegacyFiles : public ::testing::Test {
+class LegacyFiles : public FolderFixture {
  protected:
   void addLine(std::uint16_t id, const Pairs& points) {
     QByteArray record(100, 0);
@@ -79,17 +76,18 @@ class LegacyFiles : public ::testing::Test {
     write(".po2", lists_);
   }
   void write(const char* ending, const QByteArray& content) {
-    QFile out(folder_.filePath("plano") + ending);
-    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
-    ASSERT_EQ(out.write(content), content.size());
+    FolderFixture::write(QString("plano") + ending, content);
   }
-  QByteArray name() const { return QFile::encodeName(folder_.filePath("plano")); }
+  QByteArray name() const { return QFile::encodeName(path("plano")); }
 
   int centroids(SExtLabelPointList& list, double scale = 1, double dx = 0, double dy = 0) {
     return carrega_centroides(name().constData(), list, scale, dx, dy);
   }
 
   QByteArray lines_, coordinates_, polygons_, lists_;
+  LineFiles files;
+  LineRecord record;
+  std::vector<float> x, y;
   std::int16_t count_ = 0;
 
  private:
@@ -99,7 +97,6 @@ class LegacyFiles : public ::testing::Test {
       put<std::int16_t>(lists_, lists_.size() - 2, value);
     }
   }
-  QTemporaryDir folder_;
 };
 
 const Pairs kSquare = {0, 0, 100, 0, 100, 100, 0, 100, 0, 0};
@@ -108,10 +105,7 @@ TEST_F(LegacyFiles, LinesAreSoughtBackwards) {
   // The line 3 has gone, so the later ones stand before their places.
   for (const std::uint16_t id : {1, 2, 4, 5}) addLine(id, {float(id), 0, float(id), 1});
   write(4, '1');
-  LineFiles files;
   ASSERT_EQ(linha_abre_arq(files, name().constData()), openDone);
-  LineRecord record;
-  std::vector<float> x, y;
   for (const int id : {1, 2, 4, 5}) {
     EXPECT_EQ(linha_le(files, record, id, x, y), 1) << id;
     EXPECT_EQ(x, (std::vector<float>{float(id), float(id)}));
@@ -155,8 +149,6 @@ TEST_F(LegacyFiles, DamagedFiles) {
   EXPECT_EQ(list.Size(), 0);
 
   ASSERT_EQ(linha_abre_arq(lines, name().constData()), openDone);
-  LineRecord record;
-  std::vector<float> x, y;
   put<std::uint32_t>(lines_, 96, 0xFFFFFFF0u);
   write();
   ASSERT_EQ(linha_abre_arq(lines, name().constData()), openDone);
@@ -198,10 +190,7 @@ TEST_F(LegacyFiles, RingsOfLines) {
   addLine(3, {10, 10, 0, 10, 0, 0});
   addLine(4, Pairs(2 * 1005, 1.0f));
   write();
-  LineFiles files;
   ASSERT_EQ(linha_abre_arq(files, name().constData()), openDone);
-  LineRecord record;
-  std::vector<float> x, y;
   const auto ring = [&](const std::vector<std::int16_t>& ids) {
     const int result = monta_poligono(files, record, static_cast<int>(ids.size()), x, y, ids.data());
     QString text = QString::number(result) + ":";
@@ -384,7 +373,6 @@ TEST_F(LegacyFiles, RingsAreBounded) {
   ASSERT_EQ(list.Size(), 1);
   EXPECT_EQ(list.at(0)->Iclass, 1);
   LineFiles lines;
-  LineRecord record;
   long long total = 0;
   ASSERT_EQ(linha_abre_arq(lines, name().constData()), openDone);
   EXPECT_EQ(aloca_pt(lines, record, std::vector<std::int16_t>(65535, 2).data(), 65535, total), 1);

@@ -75,40 +75,34 @@ TEST(AngleTest, ReadsOtherWritersForms) {
 }
 
 TEST(AngleTest, RefusesBadText) {
-  const struct {
-    const char* text;
-    short kind;
-  } cases[] = {
-      {"", kLatitudeKind},
-      {"S", kLatitudeKind},
-      {"S 23 10", kLatitudeKind},
-      {"S 23 10 5 1", kLatitudeKind},
-      {"S23 10 5.2", kLatitudeKind},
-      {"23 10 5.2 S", kLatitudeKind},
-      {"E 23 10 5.2", kLatitudeKind},
-      {"O 23 10 5.2", kLatitudeKind},
-      {"S 23 10 5.2", kLongitudeKind},
-      {"X 23 10 5.2", kLongitudeKind},
-      {"S -23 10 5.2", kLatitudeKind},
-      {"S 23 +10 5.2", kLatitudeKind},
-      {"S 23 10 -5.2", kLatitudeKind},
-      {"S 23 10 5,2", kLatitudeKind},
-      {"S 23 10 1e1", kLatitudeKind},
-      {"S 23 10 nan", kLatitudeKind},
-      {"S 23 10 .", kLatitudeKind},
-      {"S 23.5 10 5", kLatitudeKind},
-      {"S 23 60 5", kLatitudeKind},
-      {"S 23 10 60.00001", kLatitudeKind},
-      {"S 90 0 0.00001", kLatitudeKind},
-      {"E 180 0 1", kLongitudeKind},
-      {"E 99999999999 0 0", kLongitudeKind},
-      {"S\t23 10 5.2", kLatitudeKind},
-  };
-  for (const auto& c : cases) {
-    short degrees = 9, minutes = 9;
-    double seconds = 9.0;
-    EXPECT_EQ(Decode(c.text, c.kind, degrees, minutes, seconds), kUnsetValue) << c.text;
-    EXPECT_EQ(degrees + minutes + seconds, 0.0) << c.text;
+  const QStringList latitudes = {"",
+                                 "S",
+                                 "S 23 10",
+                                 "S 23 10 5 1",
+                                 "S23 10 5.2",
+                                 "23 10 5.2 S",
+                                 "E 23 10 5.2",
+                                 "O 23 10 5.2",
+                                 "S -23 10 5.2",
+                                 "S 23 +10 5.2",
+                                 "S 23 10 -5.2",
+                                 "S 23 10 5,2",
+                                 "S 23 10 1e1",
+                                 "S 23 10 nan",
+                                 "S 23 10 .",
+                                 "S 23.5 10 5",
+                                 "S 23 60 5",
+                                 "S 23 10 60.00001",
+                                 "S 90 0 0.00001",
+                                 "S\t23 10 5.2"};
+  const QStringList longitudes = {"S 23 10 5.2", "X 23 10 5.2", "E 180 0 1", "E 99999999999 0 0"};
+  for (const short kind : {kLatitudeKind, kLongitudeKind}) {
+    for (const QString& text : kind == kLatitudeKind ? latitudes : longitudes) {
+      short degrees = 9, minutes = 9;
+      double seconds = 9.0;
+      EXPECT_EQ(Decode(text, kind, degrees, minutes, seconds), kUnsetValue) << text.toStdString();
+      EXPECT_EQ(degrees + minutes + seconds, 0.0) << text.toStdString();
+    }
   }
 }
 

@@ -1,7 +1,5 @@
 #include "kaldex/model/catalog.h"
 
-#include <gtest/gtest.h>
-
 #include "kaldex/model/database.h"
 #include "kaldex/model/exception.h"
 #include "kaldex/model/projection_text.h"
@@ -25,14 +23,6 @@ class CatalogTest : public ModelFixture {
     CategoryList list;
     list.Append(category);
     return dataBase->storeCategories(list);
-  }
-
-  // A class of that name, put into the category's list as handlers do.
-  static GeoClass* addClass(Category* category, const QString& name) {
-    auto* made =
-        new GeoClass(-1, name, category->model, category->name, category->classes.Size() + 1, category);
-    category->classes.Append(made);
-    return made;
   }
 };
 
@@ -75,8 +65,8 @@ TEST_F(CatalogTest, ANameCanBeUsedOncePerModel) {
 
 TEST_F(CatalogTest, ClassesGetTheirIdentifierAtOnceAndKeepIt) {
   Category* use = category(THEMATICMODEL, "Uso");
-  GeoClass* water = addClass(use, "água");
-  GeoClass* wood = addClass(use, "mata");
+  GeoClass* water = addClass(*use, "água");
+  GeoClass* wood = addClass(*use, "mata");
   EXPECT_EQ(water->id, 1);
   EXPECT_EQ(wood->id, 2);
   water->visual.SetPolygonColor(1, 2, 3);
@@ -86,21 +76,21 @@ TEST_F(CatalogTest, ClassesGetTheirIdentifierAtOnceAndKeepIt) {
   wood->visual.SetPolygonColor(4, 5, 6);
   ASSERT_EQ(store(use), 1);
   // Drawn but never stored: features may refer to it, so no later session gives the same again.
-  addClass(use, "sem registro");
+  addClass(*use, "sem registro");
   reopen();
   use = dataBase->categoryList().Select(QStringLiteral("Uso"));
   ASSERT_EQ(use->classes.Size(), 2);
   EXPECT_EQ(use->classes.SelectFromIndex(1)->visual.polygon.color.blue, 3);
   EXPECT_EQ(use->classes.SelectFromIndex(2)->visual.polygon.color.blue, 6);
   EXPECT_EQ(use->classes.findByName("mata")->position, 2);
-  EXPECT_EQ(addClass(use, "nova")->id, 4);
+  EXPECT_EQ(addClass(*use, "nova")->id, 4);
   use->lastClassId = 32767;
-  EXPECT_EQ(addClass(use, "depois da última")->id, 3);
+  EXPECT_EQ(addClass(*use, "depois da última")->id, 3);
 }
 
 TEST_F(CatalogTest, NewVisualsHaveTheDefaultColours) {
   Category* use = category(THEMATICMODEL, "Uso");
-  addClass(use, "a");
+  addClass(*use, "a");
   ASSERT_EQ(store(use), 1);
   reopen();
   const GeneralVisual& visual =
@@ -118,7 +108,7 @@ TEST_F(CatalogTest, NewVisualsHaveTheDefaultColours) {
 TEST_F(CatalogTest, RefreshedVisualsBelongToTheLayerAlone) {
   InfoLayer* plan = layer(THEMATICMODEL, "Plano");
   Category* use = plan->category();
-  GeoClass* water = addClass(use, "água");
+  GeoClass* water = addClass(*use, "água");
   ASSERT_EQ(store(use), 1);
   const int own = water->visual.id;
   for (short blue : {short{10}, short{20}}) {
@@ -139,20 +129,20 @@ TEST_F(CatalogTest, RefreshedVisualsBelongToTheLayerAlone) {
 
 TEST_F(CatalogTest, ARollbackTakesNewCategoriesAndClassesOutOfTheListsButNotTheirMemory) {
   Category* use = category(THEMATICMODEL, "Uso");
-  GeoClass* stored = addClass(use, "antes");
+  GeoClass* stored = addClass(*use, "antes");
   ASSERT_EQ(store(use), 1);
-  GeoClass* unstored = addClass(use, "antes, sem registro");
+  GeoClass* unstored = addClass(*use, "antes, sem registro");
   dataBase->commit();
   auto* fallen = new Category(-1, "Nova", OBJECTMODEL, "", 0, nullptr);
   GeoClass* inBlock = nullptr;
   {
     DBTransactionBlock block(dataBase.get());
     ASSERT_EQ(store(fallen), 1);
-    inBlock = addClass(use, "no bloco");
-    GeoClass* storedInBlock = addClass(use, "no bloco, registrada");
+    inBlock = addClass(*use, "no bloco");
+    GeoClass* storedInBlock = addClass(*use, "no bloco, registrada");
     stored->name = "outro nome";
     ASSERT_EQ(store(use), 1);
-    addClass(use, "no bloco, depois");
+    addClass(*use, "no bloco, depois");
     EXPECT_EQ(storedInBlock->id, inBlock->id + 1);
   }
   EXPECT_EQ(dataBase->categoryList().Select(QStringLiteral("Nova")), nullptr);
@@ -167,7 +157,7 @@ TEST_F(CatalogTest, ARollbackTakesNewCategoriesAndClassesOutOfTheListsButNotThei
   EXPECT_EQ(fallen->id, -1);
   EXPECT_EQ(inBlock->name, "no bloco");
   // Features of other layers could carry the identifiers that were drawn.
-  EXPECT_GT(addClass(use, "depois")->id, inBlock->id);
+  EXPECT_GT(addClass(*use, "depois")->id, inBlock->id);
   EXPECT_EQ(store(fallen), 1);
   EXPECT_EQ(dataBase->GetKaldexObjCategory().Select(QStringLiteral("Nova")), fallen);
 }
@@ -177,16 +167,16 @@ TEST_F(CatalogTest, NestedBlocksGoBackToTheirOwnBeginning) {
   dataBase->commit();
   {
     DBTransactionBlock outer(dataBase.get());
-    addClass(use, "fora");
+    addClass(*use, "fora");
     {
       DBTransactionBlock inner(dataBase.get());
-      addClass(use, "dentro");
+      addClass(*use, "dentro");
     }
     ASSERT_EQ(use->classes.Size(), 1);
     EXPECT_EQ(use->classes.First()->name, "fora");
     dataBase->rollback();
     EXPECT_EQ(use->classes.Size(), 0);
-    addClass(use, "fora de novo");
+    addClass(*use, "fora de novo");
     ASSERT_EQ(store(use), 1);
     outer.enableCommit();
   }

@@ -1,10 +1,5 @@
 #include "kaldex/model/dbf.h"
 
-#include <gtest/gtest.h>
-
-#include <QFile>
-#include <QTemporaryDir>
-
 #include "support/dbf_maker.h"
 #include "support/model_fixture.h"
 
@@ -12,14 +7,12 @@ namespace {
 
 using kaldex::test::DbfMaker;
 
-class DbfTest : public testing::Test {
+class DbfTest : public kaldex::test::FolderFixture {
  protected:
   QString write(const QByteArray& bytes, const QString& name = "t.dbf") {
-    QFile file(folder_.filePath(name));
-    file.remove();
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-    return file.fileName();
+    QFile::remove(path(name));
+    FolderFixture::write(name, bytes);
+    return path(name);
   }
   /// All rows: values separated by "|", rows by a line feed.
   static QString content(DbfImpExp& dbf) {
@@ -35,10 +28,6 @@ class DbfTest : public testing::Test {
     DbfImpExp dbf(write(bytes), OpenMode::read);
     return dbf.isOpen() ? content(dbf) : QString("not open");
   }
-  QString path(const QString& name) const { return folder_.filePath(name); }
-
- private:
-  QTemporaryDir folder_;
 };
 
 TEST_F(DbfTest, TypesFollowTheHeadUnlessValuesContradict) {
@@ -195,39 +184,6 @@ TEST_F(DbfTest, CompanionsInAnyCase) {
   ASSERT_TRUE(dbf.isOpen());
   EXPECT_EQ(dbf.encodingName(), QString("ISO-8859-2"));
   EXPECT_FALSE(DbfImpExp(path("x.shp"), OpenMode::read).isOpen()) << "only the extension's case is free";
-}
-
-TEST_F(DbfTest, EncodingByOverrideCpgLanguageAndBytes) {
-  struct Case {
-    const char* bytes;
-    int driver;
-    const char* cpg;
-    const char* override;
-    const char* name;
-    const char* reason;
-    const char* text;
-  };
-  const Case cases[] = {
-      {"S\xE3o", 0, "", "", "windows-1252", "bytes", "São"},
-      {"S\xC3\xA3o", 0, "", "", "UTF-8", "bytes", "São"},
-      {"S\xC3\xA3o", 0x57, "", "", "UTF-8", "bytes", "São"},
-      {"S\xC6o", 0x02, "", "", "IBM850", "ldid", "São"},
-      {"S\xC3\xA3o", 0x02, "UTF-8", "", "UTF-8", "cpg", "São"},
-      {"S\xE3o", 0, "UTF-8", "1252", "windows-1252", "override", "São"},
-      {"Sao", 0, "", "", "windows-1252", "default", "Sao"},
-  };
-  for (const Case& one : cases) {
-    DbfMaker maker({{"NAME", 'C', 6}});
-    maker.languageDriver = one.driver;
-    maker.row({one.bytes});
-    QFile::remove(path("e.cpg"));
-    if (*one.cpg != 0) write(one.cpg, "e.cpg");
-    DbfImpExp dbf(write(maker.bytes(), "e.dbf"), OpenMode::read, one.override);
-    ASSERT_EQ(dbf.First(), 1);
-    EXPECT_EQ(dbf.GetFieldValue(0), QString::fromUtf8(one.text));
-    EXPECT_EQ(dbf.encodingName(), QString(one.name));
-    EXPECT_EQ(dbf.encodingReason(), QString(one.reason));
-  }
 }
 
 TEST_F(DbfTest, ReadsTheColumnsOfAnotherFileInPassing) {

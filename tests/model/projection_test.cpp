@@ -189,15 +189,15 @@ TEST(ProjectionTest, ReadsTextsThatNeedCare) {
 }
 
 TEST(ProjectionTest, RefusesWhatIsNoHorizontalSystem) {
-  const QString texts[] = {QString(),
-                           QStringLiteral("no such system"),
-                           QStringLiteral("EPSG:99999999"),
-                           QStringLiteral("EPSG:4978"),
-                           QStringLiteral("EPSG:5773"),
-                           QStringLiteral("+proj=nothing"),
-                           QStringLiteral("PROJCS[\"cut"),
-                           QString(1 << 20, QLatin1Char('[')),
-                           QString(QChar(0)) + QStringLiteral("EPSG:4326")};
+  const QStringList texts = {"",
+                             "no such system",
+                             "EPSG:99999999",
+                             "EPSG:4978",
+                             "EPSG:5773",
+                             "+proj=nothing",
+                             "PROJCS[\"cut",
+                             QString(1 << 20, '['),
+                             QChar(0) + QString("EPSG:4326")};
   for (const QString& text : texts) {
     QString error;
     EXPECT_EQ(projectionFromText(text, &error), nullptr) << text.left(40).toStdString();
@@ -411,17 +411,6 @@ TEST(ProjectionTest, ListGivesFreshInstancesAndPrototypes) {
   EXPECT_EQ(second->name(), "GAUSS - TM");
   EXPECT_EQ(second->datum().name(), "NONE");
   EXPECT_EQ(list.Size(), 14);
-}
-
-TEST(ProjectionTest, FactorsConvertDegreesOfLatLongOnly) {
-  const Datum world = knownDatum(QStringLiteral("WGS84"));
-  for (short type :
-       {ProjectionType::latLong, ProjectionType::latLong2, ProjectionType::utm, ProjectionType::none}) {
-    const std::unique_ptr<SProjection> projection(GetNewInstance(type));
-    projection->Init(type, projection->name(), world);
-    EXPECT_NEAR(projection->DegreeToMeterMultFactor(), projection->isLatLong() ? 111319.49 : 1.0, 0.005);
-    EXPECT_DOUBLE_EQ(projection->MeterToDegreeMultFactor() * projection->DegreeToMeterMultFactor(), 1.0);
-  }
 }
 
 TEST(DatumTest, KnownDatumsFillOwningLists) {

@@ -1,7 +1,5 @@
 #include "kaldex/model/recordset.h"
 
-#include <gtest/gtest.h>
-
 #include "kaldex/model/database.h"
 #include "kaldex/model/exception.h"
 #include "support/model_fixture.h"
@@ -17,29 +15,17 @@ class RecordSetTest : public ModelFixture {
   RecordSetTest() {
     lots = category(OBJECTMODEL, "Lotes");
     plan = layer(CADASTRALMODEL, "Quadras");
-    SFieldList fields;
-    fields.Append(new SField("POP", fieldInteger, 10, 0, 1));
-    fields.Append(new SField("RENDA, em R$", fieldReal, 17, 8, 2));
-    fields.Append(new SField("RENDA", fieldDate, 8, 0, 3));
-    dataBase->createAttributeTable(*lots, fields);
-    for (int i = 1; i <= 3; ++i) makeObject(i);
+    dataBase->createAttributeTable(*lots, fieldList({{"POP", fieldInteger, 10, 0},
+                                                     {"RENDA, em R$", fieldReal, 17, 8},
+                                                     {"RENDA", fieldDate, 8, 0}}));
+    for (int i = 1; i <= 3; ++i) {
+      const QString number = QString::number(i);
+      objects[i] = newObject(lots, "r" + number, "n" + number,
+                             {number + "00", number + ".5", "0" + number + "/02/01"});
+    }
     link(2, 30);
     link(1, 20);
     link(2, 10);
-  }
-
-  void makeObject(int i) {
-    ObjectDefinition definition;
-    definition.category = lots;
-    definition.label = "r" + QString::number(i);
-    definition.name = "n" + QString::number(i);
-    ASSERT_EQ(dataBase->createObject(definition, objects[i]), 1);
-    SCellList cells;
-    dataBase->readObjectAttributes(SFieldList(), cells, lots->attributeTable, objects[i].id);
-    cells.at(1)->ChangeCell(QString::number(i * 100));
-    cells.at(2)->ChangeCell(QString::number(i + 0.5));
-    cells.at(3)->ChangeCell("0" + QString::number(i) + "/02/01");
-    dataBase->writeObjectAttributes(SFieldList(), cells, lots->attributeTable, objects[i].id);
   }
 
   void link(int object, int anchorId) {
@@ -217,8 +203,7 @@ TEST_F(RecordSetTest, TheWalkOutlivesChangesOfTablesAndRollbacks) {
     QStringList anchors{rows->text(2)};
     {
       DBTransactionBlock block(dataBase.get());
-      SFieldList more;
-      more.Append(new SField("COTA", fieldReal, 9, 2, 5));
+      const SFieldList more = fieldList({{"COTA", fieldReal, 9, 2}});
       ASSERT_EQ(dataBase->addColumns(more, lots->attributeTable, 1, 0), 1);
       EXPECT_EQ(rows->text(2), anchors.last());
       rows->next();

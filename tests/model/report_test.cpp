@@ -1,7 +1,5 @@
 #include "kaldex/model/report.h"
 
-#include <gtest/gtest.h>
-
 #include <limits>
 #include <memory>
 

@@ -1,5 +1,3 @@
-#include <gtest/gtest.h>
-
 #include <QProcess>
 #include <QStandardPaths>
 
@@ -41,25 +39,14 @@ class SchemaTest : public ModelFixture {
 
   void fillTables(InfoLayer& plan) {
     Category* lots = category(OBJECTMODEL, "Lotes");
-    SFieldList fields;
-    fields.Append(new SField("POP", fieldInteger, 10, 0, 1));
-    fields.Append(new SField("RENDA", fieldReal, 17, 8, 2));
-    fields.Append(new SField("DESDE", fieldDate, 8, 0, 3));
-    fields.Append(new SField("RUA", fieldText, 20, 0, 4));
+    const SFieldList fields = fieldList({{"POP", fieldInteger, 10, 0},
+                                         {"RENDA", fieldReal, 17, 8},
+                                         {"DESDE", fieldDate, 8, 0},
+                                         {"RUA", fieldText, 20, 0}});
     dataBase->createAttributeTable(*lots, fields);
-    ObjectDefinition definition;
-    definition.category = lots;
-    KaldexObject object;
-    dataBase->createObject(definition, object);
-    SCellList cells;
-    dataBase->readObjectAttributes(fields, cells, lots->attributeTable, object.id);
-    const char* const values[] = {"", "12", "1.5", "12/03/20", "São João"};
-    for (int i = 1; i < cells.Size(); ++i) cells.at(i)->ChangeCell(values[i]);
-    dataBase->writeObjectAttributes(fields, cells, lots->attributeTable, object.id);
     Anchor anchor;
     anchor.polygons = {1};
-    plan.vector(vectorLines)->Insert(anchor);
-    dataBase->linkAnchor(plan, anchor, object);
+    link(plan, anchor, newObject(lots, "", "", {"12", "1.5", "12/03/20", "São João"}));
     dataBase->createTable("PESSOAS", fields);
   }
 

@@ -30,18 +30,10 @@ class TinTest : public ModelFixture {
   }
   /// Above 0 when d lies in the circle through the counter-clockwise a, b, c.
   static double inCircle(const TinNode& a, const TinNode& b, const TinNode& c, const TinNode& d) {
-    const auto row = [&](const TinNode& p, double(&r)[3]) {
-      r[0] = p.x - d.x;
-      r[1] = p.y - d.y;
-      r[2] = r[0] * r[0] + r[1] * r[1];
-    };
-    double m[3][3];
-    row(a, m[0]);
-    row(b, m[1]);
-    row(c, m[2]);
-    return m[0][0] * (m[1][1] * m[2][2] - m[1][2] * m[2][1]) -
-           m[0][1] * (m[1][0] * m[2][2] - m[1][2] * m[2][0]) +
-           m[0][2] * (m[1][0] * m[2][1] - m[1][1] * m[2][0]);
+    const double ax = a.x - d.x, ay = a.y - d.y, bx = b.x - d.x, by = b.y - d.y, cx = c.x - d.x,
+                 cy = c.y - d.y;
+    return (ax * ax + ay * ay) * (bx * cy - cx * by) - (bx * bx + by * by) * (ax * cy - cx * ay) +
+           (cx * cx + cy * cy) * (ax * by - bx * ay);
   }
 };
 

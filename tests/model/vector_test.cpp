@@ -1,48 +1,38 @@
 #include "kaldex/model/vector.h"
 
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-
-#include <QFile>
-#include <QTemporaryDir>
 #include <cmath>
 #include <memory>
 #include <random>
 
 #include "kaldex/model/projection.h"
+#include "support/folder_fixture.h"
+#include "support/peek.h"
 
 namespace {
 
 /// A vector of its own in a temporary directory.
-class VectorTest : public ::testing::Test {
+class VectorTest : public kaldex::test::FolderFixture {
  protected:
   VectorTest() {
     vector = std::make_unique<Vector>();
-    EXPECT_EQ(vector->Init(&projection, Box(0, 0, 1000, 1000), vectorLines, 4, dir.path(),
-                           QStringLiteral("v.gpkg")),
-              1);
+    EXPECT_EQ(
+        vector->Init(&projection, Box(0, 0, 1000, 1000), vectorLines, 4, folder(), QStringLiteral("v.gpkg")),
+        1);
   }
 
   int insertLine(std::initializer_list<double> xy, Line** out = nullptr) {
-    auto* line = new Line;
+    auto line = std::make_unique<Line>();
     line->assign(xy.begin(), static_cast<int>(xy.size() / 2));
-    if (vector->Insert(*line, 1) == 0) {
-      delete line;
-      return 0;
-    }
+    if (vector->Insert(*line, 1) == 0) return 0;
     const int id = line->id;
-    if (out != nullptr) {
-      *out = line;
-    } else {
-      delete line;
-    }
+    if (out != nullptr) *out = line.release();
     return id;
   }
 
   int insertSquare(double x, double y, double size, SPolygon** out = nullptr) {
     Line* line = nullptr;
     insertLine({x, y, x + size, y, x + size, y + size, x, y + size, x, y}, &line);
-    auto* polygon = new SPolygon;
+    auto polygon = std::make_unique<SPolygon>();
     EXPECT_EQ(polygon->AppendLine(line), 1);
     polygon->UpdateArea();
     polygon->UpdatePerimeter();
@@ -50,32 +40,16 @@ class VectorTest : public ::testing::Test {
     line->leftPolygon = polygon->id;
     delete line;
     const int id = polygon->id;
-    if (out != nullptr) {
-      *out = polygon;
-    } else {
-      delete polygon;
-    }
+    if (out != nullptr) *out = polygon.release();
     return id;
   }
 
   QString sql(const char* statement) {
     vector->flush();
     vector.reset();
-    sqlite3* handle = nullptr;
-    sqlite3_stmt* prepared = nullptr;
-    EXPECT_EQ(sqlite3_open(dir.filePath(QStringLiteral("v.gpkg")).toUtf8().constData(), &handle), SQLITE_OK);
-    EXPECT_EQ(sqlite3_prepare_v2(handle, statement, -1, &prepared, nullptr), SQLITE_OK)
-        << sqlite3_errmsg(handle);
-    QString result;
-    if (sqlite3_step(prepared) == SQLITE_ROW) {
-      result = QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_column_text(prepared, 0)));
-    }
-    sqlite3_finalize(prepared);
-    sqlite3_close(handle);
-    return result;
+    return kaldex::test::Peek(path("v.gpkg")).value(statement);
   }
 
-  QTemporaryDir dir;
   SProjection projection;
   std::unique_ptr<Vector> vector;
 };

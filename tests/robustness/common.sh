@@ -140,3 +140,13 @@ check_import() {
     [ "$partial" = yes ] || echo "neither all of the import nor nothing of it"
   fi
 }
+
+# verdict WHAT: for --self-check; what has been spoilt must have left faults.
+verdict() {
+  if [ -s "$work/faults" ]; then
+    printf 'noticed    %-45s %s\n' "$1" "$(head -n 1 "$work/faults")"
+  else
+    printf 'UNNOTICED  %s\n' "$1"
+    violations=$((violations + 1))
+  fi
+}

@@ -289,12 +289,7 @@ expect_fault() {
   [ ! -s "$work/faults" ] || die "what is as it should be is found wrong: $(head -n 1 "$work/faults")"
   eval "$3"
   judge "$listed" >"$work/faults"
-  if [ -s "$work/faults" ]; then
-    printf 'noticed    %-40s %s\n' "$what" "$(head -n 1 "$work/faults")"
-  else
-    printf 'UNNOTICED  %s\n' "$what"
-    violations=$((violations + 1))
-  fi
+  verdict "$what"
 }
 
 spoil() {

@@ -143,12 +143,7 @@ summary() {
 expect() {
   local what=$1 partial=$2
   check_import "$before" "$full" "$work/db.gpkg" "$partial" >"$work/faults"
-  if [ -s "$work/faults" ]; then
-    printf 'noticed    %-45s %s\n' "$what" "$(head -n 1 "$work/faults")"
-  else
-    printf 'UNNOTICED  %s\n' "$what"
-    violations=$((violations + 1))
-  fi
+  verdict "$what"
 }
 
 # spoiled FROM WHAT PARTIAL SQL: the checks must find something in a database that was spoilt like this: FROM is that

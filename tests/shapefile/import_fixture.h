@@ -3,13 +3,12 @@
 
 #include <shapefil.h>
 
-#include <QDir>
 #include <string>
 
-#include "kaldex/job_report.h"
 #include "kaldex/shapeie.h"
+#include "shapefile/byte_maker.h"
 #include "support/dbf_maker.h"
-#include "support/model_fixture.h"
+#include "support/handler_fixture.h"
 
 namespace kaldex::test {
 
@@ -17,8 +16,7 @@ using Ring = std::vector<double>;  ///< x, y pairs
 
 /// A closed square; clockwise, as outer rings are, unless told.
 inline Ring squareRing(double x, double y, double side, bool hole = false) {
-  if (hole) return {x, y, x + side, y, x + side, y + side, x, y + side, x, y};
-  return {x, y, x, y + side, x + side, y + side, x + side, y, x, y};
+  return square(x, y, side, !hole);
 }
 
 /// A record: the type -1 stands for the file's, 0 for a null shape.
@@ -29,7 +27,7 @@ struct TestShape {
 };
 
 /// Imports shapefiles made with the library's own writer.
-class ImportFixture : public ModelFixture {
+class ImportFixture : public HandlerFixture {
  protected:
   const Box box_{0, 0, 1000, 2000};
 
@@ -61,23 +59,17 @@ class ImportFixture : public ModelFixture {
   IEShp& handler(short model, int units = 0, SProjection* source = nullptr) {
     layer_ = dataBase->findLayer(*project, QString("camada %1").arg(model));
     if (layer_ == nullptr) layer_ = layer(model, QString("camada %1").arg(model), box_);
-    handler_ = std::make_unique<IEShp>();
-    EXPECT_EQ(
-        handler_->Init(folder(), units, "e.shp", project, layer_, dataBase.get(),
-                       source != nullptr ? source : project->projection(), 0, nullptr, nullptr, nullptr),
-        1);
+    handler_ = open<IEShp>("e.shp", layer_, 0, units, source);
     return *handler_;
   }
   int importLines(short model = THEMATICMODEL, int units = 0, SProjection* source = nullptr) {
     IEShp& importer = handler(model, units, source);
     report = JobReport();
-    const JobReportScope scope(report);
     return importer.ImportLines(vector(), project->projection());
   }
   int importSamples(short kind = vectorSamples) {
     IEShp& importer = handler(DIGITALMODEL);
     report = JobReport();
-    const JobReportScope scope(report);
     return importer.ImportSamples(vector(kind), project->projection());
   }
   Vector* vector(short kind = vectorLines) { return layer_->vector(kind, true); }
@@ -111,30 +103,13 @@ class ImportFixture : public ModelFixture {
     return told.join(' ');
   }
   Category& objectCategory() { return *dataBase->categoryList().Select(QString("e_O")); }
-  QString columns() {
-    SFieldList fields;
-    dataBase->loadTableFields(fields, objectCategory().attributeTable);
-    QStringList told;
-    for (const SField* field : fields) {
-      if (field->index > 0)
-        told
-            << QString("%1:%2:%3:%4").arg(field->name).arg(field->type).arg(field->size).arg(field->decimals);
-    }
-    return told.join(' ');
-  }
+  QString columns() { return columnsOf(objectCategory().attributeTable).mid(1).join(' '); }
   /// Each object as "name anchorPieces: values".
   QString objects() {
     QStringList told;
-    KaldexObject object;
-    SFieldList fields;
-    dataBase->loadTableFields(fields, objectCategory().attributeTable);
-    for (int found = dataBase->firstObject(objectCategory(), object); found == objectFound;
-         found = dataBase->nextObject(objectCategory(), object)) {
-      SCellList cells;
-      dataBase->readObjectAttributes(fields, cells, objectCategory().attributeTable, object.id);
-      QStringList values;
-      for (int i = 1; i < cells.Size(); ++i) values << cells.at(i)->value();
-      told << QString("%1 %2: %3").arg(object.name.toInt()).arg(piecesOf(object.id)).arg(values.join('|'));
+    for (const KaldexObject& one : objectsOf(objectCategory())) {
+      const QString values = valuesOf(objectCategory(), one);
+      told << QString("%1 %2: %3").arg(one.name.toInt()).arg(piecesOf(one.id)).arg(values);
     }
     return told.join('\n');
   }
@@ -153,7 +128,6 @@ class ImportFixture : public ModelFixture {
     return told.join(' ');
   }
 
-  JobReport report;
   InfoLayer* layer_ = nullptr;
   std::unique_ptr<IEShp> handler_;
 };

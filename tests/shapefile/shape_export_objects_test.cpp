@@ -1,8 +1,3 @@
-#include <gtest/gtest.h>
-
-#include <cmath>
-
-#include "kaldex/model/exception.h"
 #include "shapefile/export_fixture.h"
 
 namespace kaldex::test {
@@ -17,41 +12,17 @@ class ShapeObjectsTest : public ExportFixture {
 
   /// An attribute table of one column of each type, the last with a name that is too long.
   void makeAttributeTable() {
-    SFieldList columns;
-    columns.Append(new SField("VALOR", fieldReal, 20, 4, 1));
-    columns.Append(new SField("ANO", fieldInteger, 10, 0, 2));
-    columns.Append(new SField("DATA", fieldDate, 8, 0, 3));
-    columns.Append(new SField("PROPRIETARIO", fieldText, 12, 0, 4));
-    ASSERT_EQ(dataBase->createAttributeTable(*objects, columns), 1);
+    ASSERT_EQ(dataBase->createAttributeTable(*objects, fieldList({{"VALOR", fieldReal, 20, 4},
+                                                                  {"ANO", fieldInteger, 10, 0},
+                                                                  {"DATA", fieldDate, 8, 0},
+                                                                  {"PROPRIETARIO", fieldText, 12, 0}})),
+              1);
   }
 
   KaldexObject object(const QString& label, const QStringList& values = {}) {
-    ObjectDefinition definition;
-    definition.category = objects;
-    definition.name = "nome " + label;
-    definition.label = label;
-    KaldexObject made;
-    EXPECT_NE(dataBase->createObject(definition, made), 0);
-    if (!values.isEmpty()) setAttributes(made, values);
-    return made;
+    return newObject(objects, label, "nome " + label, values);
   }
-
-  void setAttributes(const KaldexObject& made, const QStringList& values) {
-    SFieldList fields;
-    SCellList cells;
-    dataBase->loadTableFields(fields, objects->attributeTable);
-    ASSERT_NE(dataBase->readObjectAttributes(fields, cells, objects->attributeTable, made.id), 0);
-    for (int i = 0; i < values.size(); ++i) {
-      cells.at(i + 1)->ChangeCell(values[i]);
-      cells.at(i + 1)->setModify(cellChanged);
-    }
-    ASSERT_NE(dataBase->writeObjectAttributes(fields, cells, objects->attributeTable, made.id), 0);
-  }
-
-  void link(Anchor& anchor, const KaldexObject& to) {
-    ASSERT_NE(shapes->Insert(anchor), 0);
-    ASSERT_NE(dataBase->linkAnchor(*layer_, anchor, to), 0);
-  }
+  void link(Anchor& anchor, const KaldexObject& to) { HandlerFixture::link(*layer_, anchor, to); }
   void linkLines(const KaldexObject& to, const std::vector<Line*>& lines) {
     Anchor anchor;
     for (Line* line : lines) anchor.InsertLine(nullptr, *line);
@@ -79,8 +50,6 @@ TEST_F(ShapeObjectsTest, ObjectsOfLinesComeFirstAndLinesOfNoObjectAfterThem) {
   Anchor empty;
   link(empty, object("L3"));
   ASSERT_GT(free->id, 0);
-  JobReport report;
-  const JobReportScope scope(report);
   ASSERT_EQ(exportObjects(2), 1) << messages.take().toStdString();
   expectShapes({3,
                 boxValues_,
@@ -159,8 +128,6 @@ TEST_F(ShapeObjectsTest, ValuesThatDoNotFitAreTold) {
                    {"1e300", "-1234567890", "12/03/2001", QString::fromUtf8("João Жучков da Silva")}),
             {line});
   linkLines(object("L2", {"123456789012345.67", "-123456789", "", ""}), {line});
-  JobReport report;
-  const JobReportScope scope(report);
   ASSERT_EQ(exportObjects(2), 1) << messages.take().toStdString();
   EXPECT_EQ(tableText().section('\n', 1), "5.0000|" + QString(32, 'r') + "|nome " + QString(27, 'r') +
                                               QString::fromUtf8("|||12/03/20|João ??????\n") +

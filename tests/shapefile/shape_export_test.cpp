@@ -1,10 +1,5 @@
-#include <gtest/gtest.h>
-
-#include <QDir>
 #include <QProcess>
 #include <QStandardPaths>
-#include <cmath>
-#include <functional>
 
 #include "shapefile/export_fixture.h"
 
@@ -23,8 +18,7 @@ TEST_F(ShapeExportTest, AVectorWithoutShapesGivesBareHeadersAndATableWithoutRows
   Vector* empty = vector(THEMATICMODEL);
   empty->KeepFilesOpen(0);
   for (short geometry : {1, 2, 3}) {
-    JobReport report;
-    const JobReportScope scope(report);
+    report = JobReport();
     EXPECT_EQ(generate(*empty, geometry), 1);
     expectShapes({geometry == 1 ? 1 : geometry == 2 ? 3 : 5, boxValues_, {}});
     EXPECT_EQ(read("e.shp").size(), 100);
@@ -41,13 +35,11 @@ TEST_F(ShapeExportTest, AVectorWithoutShapesGivesBareHeadersAndATableWithoutRows
 TEST_F(ShapeExportTest, LinesGoOutWithLengthAndClass) {
   Vector* lines = vector(THEMATICMODEL);
   Category& category = *layer_->category();
-  addClass(category, 3, QString::fromUtf8("Água"));
-  addClass(category, 4, "nunca usada");
+  addClass(category, QString::fromUtf8("Água"), 3);
+  addClass(category, "nunca usada", 4);
   insertLine(*lines, {1, 2, 4, 6}, linePlain, 3);
   insertLine(*lines, {10, 20, 10, 21.5, 10, 30}, linePlain, 0);
   insertLine(*lines, {0, 0, 1, 0}, linePlain, 77);
-  JobReport report;
-  const JobReportScope scope(report);
   ASSERT_EQ(generate(*lines, 2), 1);
   const QByteArray first = arcContent(3, {1, 2, 4, 6}, {0}, {1, 2, 4, 6});
   const QByteArray second = arcContent(3, {10, 20, 10, 30}, {0}, {10, 20, 10, 21.5, 10, 30});
@@ -67,7 +59,7 @@ TEST_F(ShapeExportTest, LinesGoOutWithLengthAndClass) {
 
 TEST_F(ShapeExportTest, PolygonsGoOutWithTheirHolesEachRingInItsDirection) {
   Vector* polygons = vector(THEMATICMODEL);
-  addClass(*layer_->category(), 3, "lago");
+  addClass(*layer_->category(), "lago", 3);
   SPolygon* father = insertPolygon(*polygons, square(0, 0, 10), 0);
   SPolygon* hole = insertPolygon(*polygons, square(1, 1, 2, true), 0);
   SPolygon* island = insertPolygon(*polygons, square(5, 5, 2), 3);
@@ -117,7 +109,7 @@ TEST_F(ShapeExportTest, RegionsCountTheirHolesInThePartsAlone) {
 
 TEST_F(ShapeExportTest, PointsGoOutWithTheirClass) {
   Vector* points = vector(THEMATICMODEL);
-  addClass(*layer_->category(), 3, "poste");
+  addClass(*layer_->category(), "poste", 3);
   for (int classId : {3, 0}) {
     Point2d point(7.5, 8 + classId);
     point.classId = classId;
@@ -137,8 +129,6 @@ TEST_F(ShapeExportTest, NumericVectorsGoOutWithHeightsOrFlat) {
     numeric->Insert(sample, 0);
   }
   const double tenth = static_cast<double>(0.1f);
-  JobReport report;
-  const JobReportScope scope(report);
   // A numeric vector goes this way from the thematic export too.
   ASSERT_EQ(generate(*numeric, 1), 1);
   expectShapes(
@@ -260,11 +250,11 @@ TEST_F(ShapeExportTest, FilesThatCannotBeWrittenWholeAreTold) {
   ASSERT_TRUE(QDir().mkpath(path("e.cpg/in the way")));
   EXPECT_EQ(generate(*lines, 2), 0);
   EXPECT_EQ(messages.take(), "Erro de I/O.");
-  EXPECT_EQ(file.GenerateShapefile(*dataBase, *lines, *layer_->category(), "/no/such/folder/e", 2, 0, 0), 0);
-  EXPECT_EQ(messages.take(), "Erro de I/O.");
-  const std::string tooLong(ShapeFile::kMaxName + 1, 'x');
-  EXPECT_EQ(file.GenerateShapefile(*dataBase, *lines, *layer_->category(), tooLong.c_str(), 2, 0, 0), 0);
-  EXPECT_EQ(messages.take(), "Erro de I/O.");
+  for (const std::string& name :
+       {std::string("/no/such/folder/e"), std::string(ShapeFile::kMaxName + 1, 'x')}) {
+    EXPECT_EQ(file.GenerateShapefile(*dataBase, *lines, *layer_->category(), name.c_str(), 2, 0, 0), 0);
+    EXPECT_EQ(messages.take(), "Erro de I/O.");
+  }
   EXPECT_EQ(file.GenerateShapefile(*dataBase, *lines, *layer_->category(), nullptr, 2, 0, 0), 0);
   EXPECT_EQ(messages.take(), QString::fromUtf8("Um argumento inválido foi passado!arg : name"));
   // A numeric vector's failure is one of the thematic export too.
@@ -293,12 +283,10 @@ TEST_F(ShapeExportTest, CancellingEndsQuietly) {
 TEST_F(ShapeExportTest, NothingIsLostInSilence) {
   Vector* lines = vector(THEMATICMODEL);
   Category& category = *layer_->category();
-  addClass(category, 3, QString::fromUtf8("Ωmega"));
-  addClass(category, 4, QString(40, 'x'));
-  addClass(category, 5, QString::fromUtf8("Ж unused"));
+  addClass(category, QString::fromUtf8("Ωmega"), 3);
+  addClass(category, QString(40, 'x'), 4);
+  addClass(category, QString::fromUtf8("Ж unused"), 5);
   for (int classId : {3, 3, 4}) insertLine(*lines, {1, 2, 4, 6}, linePlain, classId);
-  JobReport report;
-  const JobReportScope scope(report);
   ASSERT_EQ(generate(*lines, 2), 1);
   EXPECT_EQ(tableText().section('\n', 1).remove("5.0000|"), "?mega\n?mega\n" + QString(32, 'x'));
   // Each once, whatever the number of records, and with the class.
@@ -312,7 +300,7 @@ TEST_F(ShapeExportTest, OtherProgramsReadIt) {
   const QString ogrinfo = QStandardPaths::findExecutable("ogrinfo");
   if (ogrinfo.isEmpty()) GTEST_SKIP() << "ogrinfo is not installed";
   Vector* polygons = vector(THEMATICMODEL);
-  addClass(*layer_->category(), 3, QString::fromUtf8("água"));
+  addClass(*layer_->category(), QString::fromUtf8("água"), 3);
   SPolygon* father = insertPolygon(*polygons, square(0, 0, 10), 3);
   SPolygon* hole = insertPolygon(*polygons, square(1, 1, 2), 0);
   father->AppendSon(hole, 1);

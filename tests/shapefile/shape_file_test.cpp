@@ -1,27 +1,17 @@
-#include <gtest/gtest.h>
-
-#include <QFile>
-#include <QTemporaryDir>
 #include <functional>
 
 #include "kaldex/shapefile.h"
 #include "lib/shapefile/shape_layout.h"
 #include "shapefile/byte_maker.h"
+#include "support/folder_fixture.h"
 
 namespace kaldex::test {
 namespace {
 
-class ShapeFileTest : public ::testing::Test {
+class ShapeFileTest : public FolderFixture {
  protected:
-  std::string path(const char* name) const { return QFile::encodeName(folder_.filePath(name)).toStdString(); }
-  QByteArray bytes(const char* name) const {
-    QFile file(folder_.filePath(name));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-  }
-  void store(const char* name, const QByteArray& content) const {
-    QFile file(folder_.filePath(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(content), content.size());
+  std::string path(const char* name) const {
+    return QFile::encodeName(FolderFixture::path(name)).toStdString();
   }
   /// What `write` leaves in a new file.
   QByteArray written(const std::function<bool(ShapeFile&)>& write, int mode = 1) {
@@ -30,16 +20,13 @@ class ShapeFileTest : public ::testing::Test {
     EXPECT_TRUE(file.OpenFile(path("w.shp").c_str(), "w"));
     EXPECT_TRUE(write(file));
     EXPECT_TRUE(file.CloseFile());
-    return bytes("w.shp");
+    return read("w.shp");
   }
   /// Opens a file of this content for reading.
   void open(ShapeFile& file, const QByteArray& content) {
-    store("r.shp", content);
+    write("r.shp", content);
     ASSERT_TRUE(file.OpenFile(path("r.shp").c_str(), nullptr));
   }
-
- private:
-  QTemporaryDir folder_;
 };
 
 template <typename Record>
@@ -78,8 +65,8 @@ TEST_F(ShapeFileTest, WritesHeadersAtTheStartWhereverTheStreamStands) {
   EXPECT_TRUE(file.WriteIndexHeader());
   EXPECT_TRUE(file.CloseFile());
   EXPECT_TRUE(file.CloseIndexFile());
-  EXPECT_EQ(bytes("h.shp"), QByteArray(ByteMaker().header(0x01020304, 5, {-1.25, 0, 0, 8}).big({7, 10})));
-  EXPECT_EQ(bytes("h.shx"), QByteArray(ByteMaker().header(54, 5, {-1.25, 0, 0, 8})));
+  EXPECT_EQ(read("h.shp"), QByteArray(ByteMaker().header(0x01020304, 5, {-1.25, 0, 0, 8}).big({7, 10})));
+  EXPECT_EQ(read("h.shx"), QByteArray(ByteMaker().header(54, 5, {-1.25, 0, 0, 8})));
 
   ShapeFile again;
   ASSERT_TRUE(again.OpenFile(path("h.shp").c_str(), nullptr));
@@ -188,10 +175,10 @@ TEST_F(ShapeFileTest, OpensAndClosesAsCallersRelyOn) {
   EXPECT_FALSE(file.WriteHeader());
   EXPECT_FALSE(file.WritePointsData(1, xy));
   EXPECT_TRUE(file.CloseFile());
-  store("a.shp", "old");
+  write("a.shp", "old");
   EXPECT_TRUE(file.CreateFile(path("a.shp").c_str()));
-  EXPECT_EQ(bytes("a.shp"), QByteArray(""));
-  store("a.shp", "old");
+  EXPECT_EQ(read("a.shp"), QByteArray(""));
+  write("a.shp", "old");
   EXPECT_TRUE(file.OpenFile(path("a.shp").c_str(), "r"));  // any text but none writes from empty
   EXPECT_TRUE(file.OpenFile(path("no/such/folder.shp").c_str(), "w"));
   EXPECT_TRUE(file.WritePointsData(1, xy));
@@ -201,7 +188,7 @@ TEST_F(ShapeFileTest, OpensAndClosesAsCallersRelyOn) {
   EXPECT_TRUE(file.WritePartsData(0, &none));
   EXPECT_FALSE(file.WriteMultiPointRecord(MultiPointRecord()));
   EXPECT_TRUE(file.CloseFile());
-  EXPECT_EQ(bytes("a.shp").size(), 16);
+  EXPECT_EQ(read("a.shp").size(), 16);
   EXPECT_EQ(file.ExportTextShape(nullptr, "t", 0), 1);
   EXPECT_FALSE(QFile::exists("t.shp"));
 }
@@ -286,7 +273,7 @@ TEST_F(ShapeFileTest, PrintsItsFieldsWithADecimalPoint) {
   point.Print(out);
   arc.Print(out);
   std::fclose(out);
-  EXPECT_EQ(bytes("print.txt").toStdString(),
+  EXPECT_EQ(read("print.txt").toStdString(),
             "Header information:\nFile code: 9994  File length: 0  Version: 1000  Shape Type: 0\n"
             "XMinimum: 1.500000  YMinimum: 0.000000  XMaximum: 0.000000  YMaximum: 0.000000\n\n"
             "Shape type: 1  X: 0.000000  Y: -2.250000\n"

@@ -1,23 +1,13 @@
-#include <gtest/gtest.h>
-
 #include "shapefile/import_fixture.h"
 
+namespace kaldex::test {
 namespace {
 
-using kaldex::test::ImportFixture;
-using kaldex::test::squareRing;
-using kaldex::test::TestShape;
-
 void putBig(QByteArray& bytes, int at, qint32 value) {
-  for (int i = 0; i < 4; ++i) bytes[at + i] = static_cast<char>(value >> (24 - 8 * i));
-}
-void putLittle(QByteArray& bytes, int at, qint32 value) {
-  for (int i = 0; i < 4; ++i) bytes[at + i] = static_cast<char>(value >> (8 * i));
+  qToBigEndian(value, bytes.data() + at);
 }
 qint32 big(const QByteArray& bytes, int at) {
-  qint32 value = 0;
-  for (int i = 0; i < 4; ++i) value = value << 8 | static_cast<unsigned char>(bytes[at + i]);
-  return value;
+  return qFromBigEndian<qint32>(bytes.constData() + at);
 }
 
 /// Files that are not as they should be.
@@ -48,15 +38,11 @@ TEST_F(ShapeImportDamageTest, IndexesThatDoNotFitAreMadeUp) {
   putBig(wrongLength, 24, 4711);
   for (int i = 0; i < 20; ++i) putBig(wrongEntries, 100 + 8 * i, 50);
   putBig(otherOrder, 108, big(good, 108) + 2);
+  const QString incomplete = "O arquivo .shx está incompleto; o índice foi refeito na memória.";
+  const QString other = "O arquivo .shx não corresponde ao .shp; o índice foi refeito na memória.";
   const std::pair<QByteArray, QString> cases[] = {
-      {good, QString()},
-      {QByteArray(), QString::fromUtf8("O arquivo .shx está incompleto; o índice foi refeito na memória.")},
-      {good.left(150), QString::fromUtf8("O arquivo .shx está incompleto; o índice foi refeito na memória.")},
-      {wrongLength, QString::fromUtf8("O arquivo .shx está incompleto; o índice foi refeito na memória.")},
-      {wrongEntries,
-       QString::fromUtf8("O arquivo .shx não corresponde ao .shp; o índice foi refeito na memória.")},
-      {otherOrder,
-       QString::fromUtf8("O arquivo .shx não corresponde ao .shp; o índice foi refeito na memória.")},
+      {good, QString()},         {QByteArray(), incomplete}, {good.left(150), incomplete},
+      {wrongLength, incomplete}, {wrongEntries, other},      {otherOrder, other},
   };
   for (const auto& [bytes, note] : cases) {
     write("e.shx", bytes);
@@ -151,7 +137,7 @@ TEST_F(ShapeImportDamageTest, CountsThatLieAskForNoMemory) {
   for (const Lie& lie : {Lie{44, 0x7FFFFFFF}, Lie{48, 0x7FFFFFFF}, Lie{44, -1}, Lie{48, -1}, Lie{52, -5},
                          Lie{52, 2000}, Lie{8, 77}}) {
     QByteArray bad = main;
-    putLittle(bad, 100 + lie.at, lie.value);
+    qToLittleEndian(lie.value, bad.data() + 100 + lie.at);
     write("e.shp", bad);
     EXPECT_EQ(importedLines(), 2) << lie.at << ' ' << lie.value;
     EXPECT_EQ(leftOut(), QString("unsupported=1")) << lie.at << ' ' << lie.value;
@@ -159,3 +145,4 @@ TEST_F(ShapeImportDamageTest, CountsThatLieAskForNoMemory) {
 }
 
 }  // namespace
+}  // namespace kaldex::test

@@ -1,15 +1,8 @@
-#include <gtest/gtest.h>
-
 #include "kaldex/model/dbf.h"
 #include "shapefile/import_fixture.h"
 
+namespace kaldex::test {
 namespace {
-
-using kaldex::test::DbfMaker;
-using kaldex::test::ImportFixture;
-using kaldex::test::Ring;
-using kaldex::test::squareRing;
-using kaldex::test::TestShape;
 
 constexpr char kClean[] = "Limpa os polígonos internos duplicados ?";
 constexpr char kCreate[] = "Categoria objeto inexistente Cria e continua ?";
@@ -22,6 +15,7 @@ constexpr char kRenamed[] =
 /// Imports into cadastral layers, with attributes.
 class ShapeImportObjectsTest : public ImportFixture {
  protected:
+  ShapeImportObjectsTest() { messages.answer(kCreate, true); }
   void writeTable(const DbfMaker& table) { write("e.dbf", table.bytes()); }
   void writePoints(int count) {
     std::vector<TestShape> shapes;
@@ -31,7 +25,6 @@ class ShapeImportObjectsTest : public ImportFixture {
 };
 
 TEST_F(ShapeImportObjectsTest, NamesThatTheDatabaseCanTake) {
-  messages.answer(kCreate, true);
   writePoints(1);
   DbfMaker table({{"nome", 'C', 5},
                   {"CATEGORIA", 'C', 5},
@@ -64,7 +57,6 @@ TEST_F(ShapeImportObjectsTest, NamesThatTheDatabaseCanTake) {
 }
 
 TEST_F(ShapeImportObjectsTest, TheTableGrowsByWhatItLacks) {
-  messages.answer(kCreate, true);
   writePoints(1);
   writeTable(DbfMaker({{"A", 'C', 4}, {"N", 'N', 4}}).row({"abcd", "12"}));
   ASSERT_EQ(importLines(CADASTRALMODEL), 1);
@@ -81,7 +73,6 @@ TEST_F(ShapeImportObjectsTest, TheTableGrowsByWhatItLacks) {
 }
 
 TEST_F(ShapeImportObjectsTest, RowsKeepStepWithShapes) {
-  messages.answer(kCreate, true);
   writeShapes(SHPT_POINT,
               {{{{10, 10}}}, {{}, {}, SHPT_NULL}, {{{5000, 10}}}, {{{40, 40}}}, {{{50, 50}}}, {{{60, 60}}}});
   writeTable(DbfMaker({{"ID_", 'N', 3}}).row({"1"}).row({"2"}).row({"3"}).row({"4"}, '*').row({"5"}));
@@ -94,7 +85,6 @@ TEST_F(ShapeImportObjectsTest, RowsKeepStepWithShapes) {
 }
 
 TEST_F(ShapeImportObjectsTest, AnchorsHoldAllPiecesOfAShape) {
-  messages.answer(kCreate, true);
   writeShapes(SHPT_ARC, {{{{1, 1}, {10, 0, 10, 30}, {20, 0, 20, 40}}}, {{{3, 3}}}});
   writeTable(DbfMaker({{"A", 'C', 4}}).row({"x"}).row({"y"}));
   ASSERT_EQ(importLines(NETWORKMODEL), 1);
@@ -109,7 +99,6 @@ TEST_F(ShapeImportObjectsTest, AnchorsHoldAllPiecesOfAShape) {
 }
 
 TEST_F(ShapeImportObjectsTest, PolygonsOfBothWaysBecomeObjects) {
-  messages.answer(kCreate, true);
   writeTable(DbfMaker({{"A", 'C', 4}}).row({"x"}).row({"y"}));
   writeShapes(SHPT_POLYGON, {{{squareRing(0, 0, 10), squareRing(20, 0, 10), squareRing(2, 2, 4, true)}},
                              {{squareRing(2, 2, 4)}}});
@@ -128,7 +117,6 @@ TEST_F(ShapeImportObjectsTest, PolygonsOfBothWaysBecomeObjects) {
 }
 
 TEST_F(ShapeImportObjectsTest, ObjectsOfAnEarlierImportAreTakenUp) {
-  messages.answer(kCreate, true);
   writePoints(2);
   writeTable(DbfMaker({{"A", 'C', 4}}).row({"one"}).row({"two"}));
   ASSERT_EQ(importLines(CADASTRALMODEL), 1);
@@ -171,6 +159,7 @@ TEST_F(ShapeImportObjectsTest, NoTableToRead) {
 TEST_F(ShapeImportObjectsTest, NoCategoryWanted) {
   writePoints(2);
   writeTable(DbfMaker({{"A", 'C', 4}}).row({"x"}));
+  messages.forget();
   messages.answer(kCreate, false);
   EXPECT_EQ(importLines(CADASTRALMODEL), 0);
   EXPECT_EQ(messages.take(), QString(kCreate) + "e_O");
@@ -190,7 +179,6 @@ TEST_F(ShapeImportObjectsTest, ACategoryThatHoldsNoObjects) {
 }
 
 TEST_F(ShapeImportObjectsTest, WrongValuesAreAskedAbout) {
-  messages.answer(kCreate, true);
   messages.answer(kIgnoreItem, true);
   writePoints(3);
   writeTable(DbfMaker({{"R", 'N', 8, 2}, {"D", 'D', 8}, {"S", 'C', 4}})
@@ -212,7 +200,6 @@ TEST_F(ShapeImportObjectsTest, WrongValuesAreAskedAbout) {
 }
 
 TEST_F(ShapeImportObjectsTest, ObjectsWithoutARowEndTheImport) {
-  messages.answer(kCreate, true);
   writePoints(1);
   writeTable(DbfMaker({{"A", 'C', 4}}).row({"x"}));
   ASSERT_EQ(importLines(CADASTRALMODEL), 1);
@@ -230,7 +217,6 @@ TEST_F(ShapeImportObjectsTest, ObjectsWithoutARowEndTheImport) {
 }
 
 TEST_F(ShapeImportObjectsTest, RowsAndShapesWithoutCounterpartAreTold) {
-  messages.answer(kCreate, true);
   writePoints(2);
   const std::pair<int, const char*> tables[] = {
       {1, "O .dbf só tem 1 registros para 2 do .shp: os outros ficaram sem atributos."},
@@ -247,7 +233,6 @@ TEST_F(ShapeImportObjectsTest, RowsAndShapesWithoutCounterpartAreTold) {
 }
 
 TEST_F(ShapeImportObjectsTest, EncodingIsToldAndCanBeOverridden) {
-  messages.answer(kCreate, true);
   writePoints(1);
   writeTable(DbfMaker({{"A", 'C', 10}}).row({"S\xC3\xA3o \xE2\x82\xAC"}));
   ASSERT_EQ(importLines(CADASTRALMODEL), 1);
@@ -255,15 +240,26 @@ TEST_F(ShapeImportObjectsTest, EncodingIsToldAndCanBeOverridden) {
   EXPECT_EQ(report.encoding.name + ' ' + report.encoding.reason, QString("UTF-8 bytes"));
   IEShp& importer = handler(CADASTRALMODEL);
   importer.setEncoding("ISO-8859-1");
-  const JobReportScope scope(report);
   ASSERT_EQ(importer.ImportLines(vector(), project->projection()), 1);
   EXPECT_EQ(objects(), QString::fromUtf8("1 2: S\u00C3\u00A3o \u00E2\u0082\u00AC"));
   EXPECT_EQ(report.encoding.reason, QString("override"));
 
+  // The language that the table names counts for more than its bytes, and a .cpg for more than both.
+  importer.setEncoding("");
+  const auto dos = [](const char* text) {
+    DbfMaker maker({{"A", 'C', 10}});
+    maker.languageDriver = 0x02;
+    return maker.row({text});
+  };
+  writeTable(dos("S\xC6o"));
+  ASSERT_EQ(importer.ImportLines(vector(), project->projection()), 1);
+  EXPECT_EQ(objects(), QString("1 3: São"));
+  EXPECT_EQ(report.encoding.name + ' ' + report.encoding.reason, QString("IBM850 ldid"));
+
   report = JobReport();
   importer.setEncoding("klingon");
   write("e.cpg", "UTF-8");
-  writeTable(DbfMaker({{"A", 'C', 10}}).row({"S\xE3o"}));
+  writeTable(dos("S\xE3o"));
   ASSERT_EQ(importer.ImportLines(vector(), project->projection()), 1);
   EXPECT_EQ(report.notes.join('\n'),
             QString("A codificação indicada não é conhecida: override: klingon\n"
@@ -271,3 +267,4 @@ TEST_F(ShapeImportObjectsTest, EncodingIsToldAndCanBeOverridden) {
 }
 
 }  // namespace
+}  // namespace kaldex::test

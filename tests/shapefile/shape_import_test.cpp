@@ -1,19 +1,12 @@
-#include <gtest/gtest.h>
-
 #include "kaldex/model/projection_text.h"
 #include "shapefile/import_fixture.h"
 
+namespace kaldex::test {
 namespace {
-
-using kaldex::test::ImportFixture;
-using kaldex::test::ProgressRecorder;
-using kaldex::test::Ring;
-using kaldex::test::squareRing;
-using kaldex::test::TestShape;
 
 constexpr char kClean[] = "Limpa os polígonos internos duplicados ?";
 
-class ShapeImportTest : public ImportFixture {};
+using ShapeImportTest = ImportFixture;
 
 TEST_F(ShapeImportTest, WhatIsMissingIsTold) {
   IEShp& importer = handler(THEMATICMODEL);
@@ -118,30 +111,18 @@ TEST_F(ShapeImportTest, NestedPolygons) {
     const char* lines;
   };
   const Ring open = {0, 0, 0, 10, 10, 10, 10, 0};
+  const Ring a = squareRing(0, 0, 10), b = squareRing(50, 0, 10), turned = squareRing(0, 0, 10, true);
+  const Ring holeOfA = squareRing(2, 2, 4, true), holeOfB = squareRing(52, 2, 4, true);
+  const Ring far = squareRing(80, 80, 4, true), three = {0, 0, 0, 9, 9, 9};
   const std::vector<Case> cases = {
-      {"a lone ring is outer in any direction", {squareRing(0, 0, 10, true)}, "1<0 100", "0/1:5"},
-      {"hole", {squareRing(0, 0, 10), squareRing(2, 2, 4, true)}, "1<0 84[2], 2<1 16", "0/1:5 2/1:5"},
-      {"hole in the second of two",
-       {squareRing(0, 0, 10), squareRing(50, 0, 10), squareRing(52, 2, 4, true)},
-       "1<0 100, 2<0 84[3], 3<2 16",
-       "0/1:5 0/2:5 3/2:5"},
-      {"hole in the first of two",
-       {squareRing(0, 0, 10), squareRing(50, 0, 10), squareRing(2, 2, 4, true)},
-       "1<0 84[3], 2<0 100, 3<1 16",
-       "0/1:5 0/2:5 3/1:5"},
-      {"a hole far from its only outer ring",
-       {squareRing(0, 0, 10), squareRing(80, 80, 4, true)},
-       "1<0 84[2], 2<1 16",
-       "0/1:5 2/1:5"},
-      {"a hole in none of two",
-       {squareRing(0, 0, 10), squareRing(50, 0, 10), squareRing(80, 80, 4, true)},
-       "1<0 100, 2<0 100, 3<0 16",
-       "0/1:5 0/2:5 3/0:5"},
-      {"holes alone",
-       {squareRing(0, 0, 10, true), squareRing(2, 2, 4, true)},
-       "1<0 100, 2<0 16",
-       "1/0:5 2/0:5"},
-      {"a ring of three points", {{0, 0, 0, 9, 9, 9}, squareRing(0, 0, 10)}, "1<0 100", "0/1:5"},
+      {"a lone ring is outer in any direction", {turned}, "1<0 100", "0/1:5"},
+      {"hole", {a, holeOfA}, "1<0 84[2], 2<1 16", "0/1:5 2/1:5"},
+      {"hole in the second of two", {a, b, holeOfB}, "1<0 100, 2<0 84[3], 3<2 16", "0/1:5 0/2:5 3/2:5"},
+      {"hole in the first of two", {a, b, holeOfA}, "1<0 84[3], 2<0 100, 3<1 16", "0/1:5 0/2:5 3/1:5"},
+      {"a hole far from its only outer ring", {a, far}, "1<0 84[2], 2<1 16", "0/1:5 2/1:5"},
+      {"a hole in none of two", {a, b, far}, "1<0 100, 2<0 100, 3<0 16", "0/1:5 0/2:5 3/0:5"},
+      {"holes alone", {turned, holeOfA}, "1<0 100, 2<0 16", "1/0:5 2/0:5"},
+      {"a ring of three points", {three, a}, "1<0 100", "0/1:5"},
       {"a ring that does not close stays a line", {open, squareRing(20, 0, 10)}, "1<0 100", "0/0:4 0/1:5"},
   };
   messages.answer(kClean, false);
@@ -174,49 +155,37 @@ TEST_F(ShapeImportTest, CleanedPolygons) {
   struct Case {
     const char* what;
     std::vector<std::vector<Ring>> records;
-    const char* polygons;
-    const char* lines;
+    const char* polygonsAndLines;
     int duplicates;
     int holes;
   };
   const Ring donut = squareRing(0, 0, 10), hole = squareRing(2, 2, 4, true), island = squareRing(2, 2, 4);
-  const Ring turned = {6, 6, 6, 2, 2, 2, 2, 6, 6, 6};
+  const Ring islandTurned = {6, 6, 6, 2, 2, 2, 2, 6, 6, 6}, apart = squareRing(50, 0, 10);
+  const Ring small = squareRing(7, 7, 2, true), turned = squareRing(0, 0, 10, true);
+  const Ring flat = {0, 0, 5, 5, 0, 0, 0, 0};
   const std::vector<Case> cases = {
-      {"hole", {{donut, hole}}, "1<0 84[2], 2<1 16", "1/-1:5 2/1:5", 0, 1},
-      {"the last outer ring takes the hole of the first",
-       {{donut, squareRing(50, 0, 10), hole}},
-       "1<0 100, 2<0 84[3], 3<2 16",
-       "1/-1:5 2/-1:5 3/2:5",
+      {"hole", {{donut, hole}}, "1<0 84[2], 2<1 16; 1/-1:5 2/1:5", 0, 1},
+      {"last takes the first's",
+       {{donut, apart, hole}},
+       "1<0 100, 2<0 84[3], 3<2 16; 1/-1:5 2/-1:5 3/2:5",
        0,
        1},
-      {"an island before its lake", {{island}, {donut, hole}}, "1<2 16, 2<0 84[1]", "1/2:5 2/-1:5", 1, 0},
-      {"an island behind its lake, from another vertex",
-       {{donut, hole}, {turned}},
-       "1<0 84[2], 2<1 16",
-       "1/-1:5 2/1:5",
-       1,
-       0},
-      {"one of two holes is filled",
-       {{donut, hole, squareRing(7, 7, 2, true)}, {island}},
-       "1<0 80[2][3], 2<1 16, 3<1 4",
-       "1/-1:5 2/1:5 3/1:5",
+      {"an island before its lake", {{island}, {donut, hole}}, "1<2 16, 2<0 84[1]; 1/2:5 2/-1:5", 1, 0},
+      {"an island behind, turned", {{donut, hole}, {islandTurned}}, "1<0 84[2], 2<1 16; 1/-1:5 2/1:5", 1, 0},
+      {"one of two is filled",
+       {{donut, hole, small}, {island}},
+       "1<0 80[2][3], 2<1 16, 3<1 4; 1/-1:5 2/1:5 3/1:5",
        1,
        1},
-      {"the same record twice",
+      {"twice",
        {{donut, hole}, {donut, hole}},
-       "1<0 84[3], 2<0 84[4], 3<1 16, 4<2 16",
-       "1/-1:5 2/-1:5 3/1:5 4/2:5",
+       "1<0 84[3], 2<0 84[4], 3<1 16, 4<2 16; 1/-1:5 2/-1:5 3/1:5 4/2:5",
        0,
        2},
-      {"a hole equal to its own outer ring",
-       {{donut, squareRing(0, 0, 10, true)}},
-       "1<0 0[2], 2<1 100",
-       "1/-1:5 2/1:5",
-       0,
-       1},
-      {"a ring without area", {{donut, {0, 0, 5, 5, 0, 0, 0, 0}}}, "1<0 100", "1/-1:5", 0, 0},
-      {"holes alone", {{squareRing(0, 0, 10, true), hole}}, "1<0 100, 2<0 16", "1/0:5 2/0:5", 0, 0},
-      {"a lone ring is outer in any direction", {{hole}}, "1<0 16", "1/-1:5", 0, 0},
+      {"a hole equal to its outer ring", {{donut, turned}}, "1<0 0[2], 2<1 100; 1/-1:5 2/1:5", 0, 1},
+      {"a ring without area", {{donut, flat}}, "1<0 100; 1/-1:5", 0, 0},
+      {"holes alone", {{turned, hole}}, "1<0 100, 2<0 16; 1/0:5 2/0:5", 0, 0},
+      {"a lone ring is outer in any direction", {{hole}}, "1<0 16; 1/-1:5", 0, 0},
   };
   messages.answer(kClean, true);
   for (const Case& one : cases) {
@@ -227,8 +196,7 @@ TEST_F(ShapeImportTest, CleanedPolygons) {
     IEShp& importer = handler(THEMATICMODEL);
     layer_ = layer(THEMATICMODEL, QString("caso %1").arg(&one - cases.data()), box_);
     ASSERT_EQ(importer.ImportLines(vector(), project->projection()), 1);
-    EXPECT_EQ(polygons(), QString(one.polygons));
-    EXPECT_EQ(lines(), QString(one.lines));
+    EXPECT_EQ(polygons() + "; " + lines(), QString(one.polygonsAndLines));
     EXPECT_EQ(messages.take(),
               QString("%1\nSumário:\nPolig.internos duplicados limpos=%2 \"buracos\" importados=%3")
                   .arg(kClean)
@@ -318,3 +286,4 @@ TEST_F(ShapeImportTest, ProjectionOfThePrj) {
 }
 
 }  // namespace
+}  // namespace kaldex::test

@@ -1,13 +1,9 @@
 #ifndef KALDEX_TESTS_MODEL_FIXTURE_H
 #define KALDEX_TESTS_MODEL_FIXTURE_H
 
-#include <gtest/gtest.h>
-
-#include <QFile>
 #include <QStringList>
-#include <QTemporaryDir>
+#include <initializer_list>
 #include <memory>
-#include <ostream>
 #include <utility>
 #include <vector>
 
@@ -16,11 +12,7 @@
 #include "kaldex/model/projection.h"
 #include "kaldex/model/report.h"
 #include "kaldex/model/vector.h"
-
-// QString prints itself in failed expectations.
-inline void PrintTo(const QString& text, std::ostream* stream) {
-  *stream << '"' << text.toStdString() << '"';
-}
+#include "support/folder_fixture.h"
 
 namespace kaldex::test {
 
@@ -113,7 +105,7 @@ inline std::unique_ptr<SProjection> latLongProjection(const char* datum = "WGS84
 
 /// A new geographic database in a folder of its own, with one project, and a presenter in place. Layers are
 /// made on demand.
-class ModelFixture : public ::testing::Test {
+class ModelFixture : public FolderFixture {
  protected:
   ModelFixture() {
     QString error;
@@ -175,22 +167,78 @@ class ModelFixture : public ::testing::Test {
     return polygon.release();
   }
 
-  QString folder() const { return folder_.path(); }
-  QString path(const QString& name) const { return folder_.filePath(name); }
-  void write(const QString& name, const QByteArray& content) const {
-    QFile out(path(name));
-    ASSERT_TRUE(out.open(QIODevice::WriteOnly));
-    ASSERT_EQ(out.write(content), content.size());
-  }
-  QByteArray read(const QString& name) const {
-    QFile in(path(name));
-    return in.open(QIODevice::ReadOnly) ? in.readAll() : QByteArray();
+  /// A class in the category's list, as handlers put it there: not stored. Its number is drawn unless given.
+  static GeoClass* addClass(Category& to, const QString& name, int id = -1) {
+    auto* const fresh = new GeoClass(id, name, to.model, to.name, to.classes.Size() + 1, &to);
+    to.classes.Append(fresh);
+    return fresh;
   }
 
- private:
-  QTemporaryDir folder_;
+  struct Column {
+    const char* name;
+    short type, size, decimals;
+  };
+  /// Columns in this order, numbered from 1.
+  static SFieldList fieldList(std::initializer_list<Column> columns) {
+    SFieldList list;
+    for (const Column& one : columns) {
+      const auto index = static_cast<short>(list.Size() + 1);
+      list.Append(new SField(one.name, one.type, one.size, one.decimals, index));
+    }
+    return list;
+  }
 
- protected:
+  /// "name:type:size:decimals" of each.
+  static QStringList columnsTold(const SFieldList& columns) {
+    QStringList told;
+    for (const SField* one : columns) {
+      told << QString("%1:%2:%3:%4").arg(one->name).arg(one->type).arg(one->size).arg(one->decimals);
+    }
+    return told;
+  }
+  QStringList columnsOf(const QString& table) {
+    SFieldList columns;
+    dataBase->loadTableFields(columns, table);
+    return columnsTold(columns);
+  }
+
+  /// A new object, with the values of its attributes if there are any.
+  KaldexObject newObject(Category* of, const QString& label, const QString& name,
+                         const QStringList& values = {}) {
+    KaldexObject made;
+    EXPECT_NE(dataBase->createObject({of, name, label, STime()}, made), 0);
+    if (!values.isEmpty()) setValues(*of, made, values);
+    return made;
+  }
+  void setValues(const Category& of, const KaldexObject& object, const QStringList& values) {
+    SCellList cells;
+    EXPECT_NE(dataBase->readObjectAttributes(SFieldList(), cells, of.attributeTable, object.id), 0);
+    for (int i = 0; i < values.size(); ++i) cells.at(i + 1)->ChangeCell(values[i]);
+    EXPECT_NE(dataBase->writeObjectAttributes(SFieldList(), cells, of.attributeTable, object.id), 0);
+  }
+  std::vector<KaldexObject> objectsOf(Category& category) {
+    std::vector<KaldexObject> all;
+    KaldexObject object;
+    for (int walk = dataBase->firstObject(category, object); walk == objectFound;
+         walk = dataBase->nextObject(category, object)) {
+      all.push_back(object);
+    }
+    return all;
+  }
+  /// The values of the object's attributes, "|" between them.
+  QString valuesOf(const Category& category, const KaldexObject& object) {
+    SCellList cells;
+    dataBase->readObjectAttributes(SFieldList(), cells, category.attributeTable, object.id);
+    QStringList values;
+    for (int i = 1; i < cells.Size(); ++i) values << cells.at(i)->value();
+    return values.join('|');
+  }
+  /// Insert the anchor into the layer's lines, as that of the object.
+  void link(InfoLayer& layer, Anchor& anchor, const KaldexObject& object) {
+    EXPECT_NE(layer.vector(vectorLines)->Insert(anchor), 0);
+    EXPECT_NE(dataBase->linkAnchor(layer, anchor, object), 0);
+  }
+
   RecordingPresenter messages;
   std::unique_ptr<DataBase> dataBase;
   Project* project = nullptr;
