@@ -1,7 +1,5 @@
 #include "lib/dxf/group_scanner.h"
 
-#include <cstring>
-
 #include "base/character_class.h"
 #include "base/number_text.h"
 #include "base/text_input.h"
@@ -67,20 +65,24 @@ void GroupScanner::countBlankValue() {
   if (++blankValues_ == 1) firstBlankValue_ = lines_;
 }
 
+// Lines are short, and looking for their ends twice, as by fgets and strlen, would take half of a drawing's
+// reading.
 bool GroupScanner::readLine(FILE* file) {
   value_ = {};
   ++lines_;
-  if (fgets_unlocked(buffer_, static_cast<int>(kCapacity), file) == nullptr) return false;
-  const std::size_t length = std::strlen(buffer_);
-  // The rest of a line that doesn't fit would be taken for a code, and every pair behind it would be wrong.
-  if (length + 1 == kCapacity && buffer_[length - 1] != '\n') {
-    const int following = readCharacter(file);
-    if (following != '\n' && following != EOF) {
+  char* end = buffer_;
+  int c = readCharacter(file);
+  if (c == EOF) return false;
+  for (; c != '\n' && c != EOF; c = readCharacter(file)) {
+    if (end == buffer_ + kCapacity) {
+      // The rest would be taken for a code, and every pair behind it would be wrong.
       ++cutLines_;
       skipLine(file);
+      break;
     }
+    *end++ = static_cast<char>(c);
   }
-  value_ = withoutBlanks(buffer_, buffer_ + length);
+  value_ = withoutBlanks(buffer_, end);
   return true;
 }
 

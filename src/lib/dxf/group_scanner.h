@@ -31,7 +31,7 @@ class GroupScanner {
   void restart();
 
  private:
-  static constexpr std::size_t kCapacity = 1024;
+  static constexpr std::size_t kCapacity = 1023;
 
   bool readLine(FILE* file);
   bool readPair(FILE* file, Blanks blanks);
