@@ -62,7 +62,7 @@ void OgKMLPositions::assign(const double* pairs, int count) {
   for (int i = 0; i < count && areGeographic_; ++i)
     areGeographic_ = isOnEarth(pairs[2 * i], pairs[2 * i + 1]);
   isPacked_ = areGeographic_ && pack(pairs);
-  if (isPacked_) return;
+  if (isPacked_ || count == 0) return;
   const std::size_t size = 2 * static_cast<std::size_t>(count) * sizeof(double);
   bytes_.reset(new char[size]);
   std::memcpy(bytes_.get(), pairs, size);
